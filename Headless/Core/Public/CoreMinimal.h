@@ -12,6 +12,7 @@
 #include "Templates/Function.h"
 #include "Misc/Optional.h"
 #include "Containers/Array.h"
+#include "Containers/UnrealString.h"
 #include "Containers/Set.h"
 #include "Containers/Map.h"
 #include "Delegates/Delegate.h"
