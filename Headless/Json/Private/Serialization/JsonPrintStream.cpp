@@ -1,0 +1,133 @@
+#include "Policies/JsonPrintPolicy.h"
+
+#include "Containers/UnrealString.h"
+#include "Serialization/JsonWriter.h"
+
+#include <charconv>
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+FJsonPrintStream::~FJsonPrintStream()
+{
+	std::free(Data);
+}
+
+void FJsonPrintStream::Grow(int32 Extra)
+{
+	// Doubling keeps appends amortised constant; a graph read prints megabytes in one go.
+	int64 NewMax = Max > 0 ? static_cast<int64>(Max) * 2 : 256;
+	while (NewMax < static_cast<int64>(Num) + Extra)
+	{
+		NewMax *= 2;
+	}
+	checkf(NewMax <= std::numeric_limits<int32>::max(), TEXT("JSON output larger than 2^31 characters"));
+	TCHAR* NewData = static_cast<TCHAR*>(std::realloc(Data, static_cast<size_t>(NewMax) * sizeof(TCHAR)));
+	if (!NewData)
+	{
+		throw std::bad_alloc();
+	}
+	Data = NewData;
+	Max = static_cast<int32>(NewMax);
+}
+
+void FJsonPrintStream::WriteAscii(const char* Chars, int32 Count)
+{
+	if (Max - Num < Count)
+	{
+		Grow(Count);
+	}
+	for (int32 Index = 0; Index < Count; ++Index)
+	{
+		Data[Num + Index] = static_cast<TCHAR>(Chars[Index]);
+	}
+	Num += Count;
+}
+
+namespace
+{
+	FORCEINLINE bool NeedsEscape(TCHAR Char)
+	{
+		return Char < 0x20 || Char == TCHAR('"') || Char == TCHAR('\\');
+	}
+}
+
+void FJsonPrintStream::WriteEscaped(const TCHAR* Chars, int32 Count)
+{
+	int32 RunStart = 0;
+	for (int32 Index = 0; Index < Count; ++Index)
+	{
+		const TCHAR Char = Chars[Index];
+		if (LIKELY(!NeedsEscape(Char)))
+		{
+			continue;
+		}
+		Write(Chars + RunStart, Index - RunStart);
+		RunStart = Index + 1;
+
+		switch (Char)
+		{
+		case TCHAR('"'): WriteAscii("\\\"", 2); break;
+		case TCHAR('\\'): WriteAscii("\\\\", 2); break;
+		case TCHAR('\b'): WriteAscii("\\b", 2); break;
+		case TCHAR('\f'): WriteAscii("\\f", 2); break;
+		case TCHAR('\n'): WriteAscii("\\n", 2); break;
+		case TCHAR('\r'): WriteAscii("\\r", 2); break;
+		case TCHAR('\t'): WriteAscii("\\t", 2); break;
+		default:
+		{
+			static constexpr char HexDigits[] = "0123456789abcdef";
+			const char Escape[6] = {'\\', 'u', '0', '0', HexDigits[(Char >> 4) & 0xF], HexDigits[Char & 0xF]};
+			WriteAscii(Escape, 6);
+			break;
+		}
+		}
+	}
+	Write(Chars + RunStart, Count - RunStart);
+}
+
+void FJsonPrintStream::WriteDouble(double Value)
+{
+	// std::to_chars with an explicit precision prints exactly what printf's %g with that
+	// precision prints, including "nan", "-nan", "inf" and the two-digit exponent.
+	char Buffer[64];
+	const std::to_chars_result Result = std::to_chars(Buffer, Buffer + sizeof(Buffer), Value, std::chars_format::general, 17);
+	WriteAscii(Buffer, static_cast<int32>(Result.ptr - Buffer));
+}
+
+void FJsonPrintStream::WriteFloat(float Value)
+{
+	char Buffer[64];
+	const std::to_chars_result Result = std::to_chars(Buffer, Buffer + sizeof(Buffer), static_cast<double>(Value), std::chars_format::general, 6);
+	WriteAscii(Buffer, static_cast<int32>(Result.ptr - Buffer));
+}
+
+void FJsonPrintStream::WriteInt64(int64 Value)
+{
+	char Buffer[24];
+	const std::to_chars_result Result = std::to_chars(Buffer, Buffer + sizeof(Buffer), Value);
+	WriteAscii(Buffer, static_cast<int32>(Result.ptr - Buffer));
+}
+
+void FJsonPrintStream::WriteUInt64(uint64 Value)
+{
+	char Buffer[24];
+	const std::to_chars_result Result = std::to_chars(Buffer, Buffer + sizeof(Buffer), Value);
+	WriteAscii(Buffer, static_cast<int32>(Result.ptr - Buffer));
+}
+
+void FJsonPrintStream::CopyTo(FString& Out) const
+{
+	Out = FString(std::u16string_view(Data ? Data : u"", static_cast<size_t>(Num)));
+}
+
+FString EscapeJsonString(const FString& StringVal)
+{
+	FJsonPrintStream Stream;
+	Stream.Write(TCHAR('"'));
+	Stream.WriteEscaped(*StringVal, StringVal.Len());
+	Stream.Write(TCHAR('"'));
+	FString Result;
+	Stream.CopyTo(Result);
+	return Result;
+}

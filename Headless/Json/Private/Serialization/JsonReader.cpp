@@ -1,0 +1,472 @@
+#include "Serialization/JsonReader.h"
+
+#include "Containers/UnrealString.h"
+#include "Dom/JsonObject.h"
+#include "Dom/JsonValue.h"
+
+#include <charconv>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+
+// RapidJSON's internal assertions are debugging aids; one of them fires on an escaped lone low
+// surrogate (\uDC00), which the builder below refuses on its own. They must never abort a read.
+#define RAPIDJSON_ASSERT(x) ((void)0)
+#define RAPIDJSON_HAS_STDSTRING 0
+#include <rapidjson/encodings.h>
+#include <rapidjson/error/error.h>
+#include <rapidjson/reader.h>
+
+namespace
+{
+	// RapidJSON reads through a stream concept; this one is a bounded view that reports the end of
+	// the text as a NUL, which is how RapidJSON recognises it.
+	template <typename InCh>
+	class TBoundedStream
+	{
+	public:
+		using Ch = InCh;
+
+		TBoundedStream(const Ch* InBegin, const Ch* InCursor, const Ch* InEnd)
+			: Begin(InBegin), Cursor(InCursor), End(InEnd)
+		{
+		}
+
+		Ch Peek() const { return Cursor != End ? *Cursor : Ch(0); }
+		Ch Take() { return Cursor != End ? *Cursor++ : Ch(0); }
+		size_t Tell() const { return static_cast<size_t>(Cursor - Begin); }
+		bool AtEnd() const { return Cursor == End; }
+
+		// Writing is only used by in-place parsing, which we do not ask for.
+		Ch* PutBegin() { return nullptr; }
+
+		/** Where reading has got to; RapidJSON advances this stream in place, not a copy of it. */
+		const Ch* Current() const { return Cursor; }
+		void Put(Ch) {}
+		void Flush() {}
+		size_t PutEnd(Ch*) { return 0; }
+
+	private:
+		const Ch* Begin;
+		const Ch* Cursor;
+		const Ch* End;
+	};
+
+	enum class EStopReason
+	{
+		None,
+		TooDeep,
+		ScalarRoot,
+		RootNotObject,
+		RootNotArray,
+		UnpairedSurrogate,
+		BadNumber,
+	};
+
+	bool HasUnpairedSurrogate(const char16_t* Chars, size_t Length)
+	{
+		for (size_t Index = 0; Index < Length; ++Index)
+		{
+			const char16_t Char = Chars[Index];
+			if (LIKELY(Char < 0xD800 || Char > 0xDFFF))
+			{
+				continue;
+			}
+			if (Char > 0xDBFF || Index + 1 == Length || Chars[Index + 1] < 0xDC00 || Chars[Index + 1] > 0xDFFF)
+			{
+				return true;
+			}
+			++Index;
+		}
+		return false;
+	}
+
+	bool IsDigit(uint32 Unit)
+	{
+		return Unit >= '0' && Unit <= '9';
+	}
+
+	template <typename UnitType>
+	double ParseNumberText(const UnitType* Chars, size_t Length)
+	{
+		// The reader has already checked the JSON number grammar, so the text is plain ASCII.
+		char Small[64];
+		std::string Large;
+		char* Text = Small;
+		if (Length >= sizeof(Small))
+		{
+			Large.resize(Length + 1);
+			Text = Large.data();
+		}
+		for (size_t Index = 0; Index < Length; ++Index)
+		{
+			Text[Index] = static_cast<char>(Chars[Index]);
+		}
+		Text[Length] = '\0';
+
+		double Value = 0.0;
+		const std::from_chars_result Result = std::from_chars(Text, Text + Length, Value);
+		if (Result.ec != std::errc())
+		{
+			// Out of range: strtod gives what the engine's Atod gives, an infinity or a zero.
+			Value = std::strtod(Text, nullptr);
+		}
+		return Value;
+	}
+
+	/**
+	 * Builds the tree straight from RapidJSON's events. Finished values wait on one flat stack (and
+	 * names on another) until their container closes; the container is then created at its final
+	 * size and the values are moved into it, so nothing is copied and no array regrows.
+	 */
+	template <typename StreamType>
+	class TDomBuilder
+	{
+	public:
+		using Ch = char16_t;
+
+		TDomBuilder(const StreamType& InStream, EJson InExpectedRoot, bool bInNumbersAsStrings)
+			: Stream(InStream)
+			, ExpectedRoot(InExpectedRoot)
+			, bNumbersAsStrings(bInNumbersAsStrings)
+		{
+		}
+
+		bool Null() { return AddScalar(std::make_shared<FJsonValueNull>()); }
+		bool Bool(bool bValue) { return AddScalar(std::make_shared<FJsonValueBoolean>(bValue)); }
+
+		// Numbers arrive as text (RawNumber); these serve the handler concept only.
+		bool Int(int Value) { return AddScalar(std::make_shared<FJsonValueNumber>(static_cast<double>(Value))); }
+		bool Uint(unsigned Value) { return AddScalar(std::make_shared<FJsonValueNumber>(static_cast<double>(Value))); }
+		bool Int64(int64_t Value) { return AddScalar(std::make_shared<FJsonValueNumber>(static_cast<double>(Value))); }
+		bool Uint64(uint64_t Value) { return AddScalar(std::make_shared<FJsonValueNumber>(static_cast<double>(Value))); }
+		bool Double(double Value) { return AddScalar(std::make_shared<FJsonValueNumber>(Value)); }
+
+		bool RawNumber(const Ch*, rapidjson::SizeType Length, bool)
+		{
+			// RapidJSON 1.1 garbles the text it hands over here when it converts it to UTF-16 (it
+			// writes the copy over its source on its own stack); the length is right, though. A
+			// number is ASCII and ends where the stream now stands, so it is read from the input.
+			const auto* Text = Stream.Current() - Length;
+			if (Length == 0 || !(IsDigit(Text[0]) || Text[0] == '-') || !IsDigit(Text[Length - 1]))
+			{
+				return Stop(EStopReason::BadNumber);
+			}
+			if (bNumbersAsStrings)
+			{
+				FString Digits;
+				Digits.Reserve(static_cast<int32>(Length));
+				for (rapidjson::SizeType Index = 0; Index < Length; ++Index)
+				{
+					Digits.AppendChar(static_cast<TCHAR>(Text[Index]));
+				}
+				return AddScalar(std::make_shared<FJsonValueNumberString>(MoveTemp(Digits)));
+			}
+			return AddScalar(std::make_shared<FJsonValueNumber>(ParseNumberText(Text, Length)));
+		}
+
+		bool String(const Ch* Chars, rapidjson::SizeType Length, bool)
+		{
+			if (UNLIKELY(HasUnpairedSurrogate(Chars, Length)))
+			{
+				return Stop(EStopReason::UnpairedSurrogate);
+			}
+			return AddScalar(std::make_shared<FJsonValueString>(FString(std::u16string_view(Chars, Length))));
+		}
+
+		bool Key(const Ch* Chars, rapidjson::SizeType Length, bool)
+		{
+			if (UNLIKELY(HasUnpairedSurrogate(Chars, Length)))
+			{
+				return Stop(EStopReason::UnpairedSurrogate);
+			}
+			Keys.Emplace(std::u16string_view(Chars, Length));
+			return true;
+		}
+
+		bool StartObject() { return Enter(EJson::Object); }
+		bool StartArray() { return Enter(EJson::Array); }
+
+		bool EndObject(rapidjson::SizeType MemberCount)
+		{
+			const int32 Count = static_cast<int32>(MemberCount);
+			const int32 FirstValue = Values.Num() - Count;
+			const int32 FirstKey = Keys.Num() - Count;
+
+			std::shared_ptr<FJsonObject> Object = std::make_shared<FJsonObject>();
+			Object->Values.Reserve(Count);
+			for (int32 Index = 0; Index < Count; ++Index)
+			{
+				// A repeated name replaces the earlier value in its place, as FJsonObject::SetField does.
+				Object->Values.Add(MoveTemp(Keys[FirstKey + Index]), MoveTemp(Values[FirstValue + Index]));
+			}
+			Keys.RemoveAt(FirstKey, Count);
+			Values.RemoveAt(FirstValue, Count);
+
+			--Depth;
+			return AddValue(std::make_shared<FJsonValueObject>(TSharedPtr<FJsonObject>::FromStdPtr(MoveTemp(Object))));
+		}
+
+		bool EndArray(rapidjson::SizeType ElementCount)
+		{
+			const int32 Count = static_cast<int32>(ElementCount);
+			const int32 First = Values.Num() - Count;
+
+			TArray<TSharedPtr<FJsonValue>> Elements;
+			Elements.Reserve(Count);
+			for (int32 Index = 0; Index < Count; ++Index)
+			{
+				Elements.Add(MoveTemp(Values[First + Index]));
+			}
+			Values.RemoveAt(First, Count);
+
+			--Depth;
+			return AddValue(std::make_shared<FJsonValueArray>(MoveTemp(Elements)));
+		}
+
+		EStopReason GetStopReason() const { return StopReason; }
+
+		TSharedPtr<FJsonValue> TakeRoot()
+		{
+			return Values.Num() == 1 ? MoveTemp(Values[0]) : TSharedPtr<FJsonValue>();
+		}
+
+	private:
+		bool Stop(EStopReason Reason)
+		{
+			StopReason = Reason;
+			return false;
+		}
+
+		bool Enter(EJson Kind)
+		{
+			if (Depth == 0 && ExpectedRoot != EJson::None && ExpectedRoot != Kind)
+			{
+				return Stop(ExpectedRoot == EJson::Object ? EStopReason::RootNotObject : EStopReason::RootNotArray);
+			}
+			if (++Depth > UE::Json::MaxReadDepth)
+			{
+				return Stop(EStopReason::TooDeep);
+			}
+			return true;
+		}
+
+		template <typename ValueType>
+		bool AddScalar(std::shared_ptr<ValueType>&& Value)
+		{
+			if (UNLIKELY(Depth == 0))
+			{
+				return Stop(EStopReason::ScalarRoot);
+			}
+			return AddValue(MoveTemp(Value));
+		}
+
+		template <typename ValueType>
+		bool AddValue(std::shared_ptr<ValueType>&& Value)
+		{
+			Values.Add(TSharedPtr<FJsonValue>::FromStdPtr(std::shared_ptr<FJsonValue>(MoveTemp(Value))));
+			return true;
+		}
+
+		const StreamType& Stream;
+		TArray<TSharedPtr<FJsonValue>> Values;
+		TArray<FString> Keys;
+		EJson ExpectedRoot;
+		int32 Depth = 0;
+		EStopReason StopReason = EStopReason::None;
+		bool bNumbersAsStrings;
+	};
+
+	template <typename CharType>
+	struct TSourceEncoding;
+
+	template <>
+	struct TSourceEncoding<TCHAR>
+	{
+		using Type = rapidjson::UTF16<char16_t>;
+		using UnitType = char16_t;
+		static constexpr int32 BomLength = 1;
+		static bool HasBom(const TCHAR* Data, int32 Length) { return Length >= 1 && Data[0] == 0xFEFF; }
+		static bool IsCharacterStart(TCHAR) { return true; }
+		static const TCHAR* InvalidEncodingMessage() { return TEXT("A string holds invalid UTF-16 (a surrogate without its pair)."); }
+	};
+
+	template <>
+	struct TSourceEncoding<UTF8CHAR>
+	{
+		using Type = rapidjson::UTF8<char>;
+		using UnitType = char;
+		static constexpr int32 BomLength = 3;
+		static bool HasBom(const UTF8CHAR* Data, int32 Length)
+		{
+			return Length >= 3 && Data[0] == 0xEF && Data[1] == 0xBB && Data[2] == 0xBF;
+		}
+		// Columns count characters, so continuation bytes do not advance them.
+		static bool IsCharacterStart(UTF8CHAR Unit) { return (Unit & 0xC0) != 0x80; }
+		static const TCHAR* InvalidEncodingMessage() { return TEXT("A string holds invalid UTF-8."); }
+	};
+
+	FString DescribeParseError(rapidjson::ParseErrorCode Code, const TCHAR* InvalidEncodingMessage)
+	{
+		switch (Code)
+		{
+		case rapidjson::kParseErrorDocumentEmpty:
+			return TEXT("Expected an object or an array, found the end of the text.");
+		case rapidjson::kParseErrorDocumentRootNotSingular:
+			return TEXT("Unexpected text after the end of the top-level value.");
+		case rapidjson::kParseErrorValueInvalid:
+			return TEXT("Expected a value: an object, an array, a string in double quotes, a number, true, false or null.");
+		case rapidjson::kParseErrorObjectMissName:
+			return TEXT("Expected a member name in double quotes (a comma must be followed by another member).");
+		case rapidjson::kParseErrorObjectMissColon:
+			return TEXT("Expected ':' after a member name.");
+		case rapidjson::kParseErrorObjectMissCommaOrCurlyBracket:
+			return TEXT("Expected ',' or '}' after an object member.");
+		case rapidjson::kParseErrorArrayMissCommaOrSquareBracket:
+			return TEXT("Expected ',' or ']' after an array element.");
+		case rapidjson::kParseErrorStringUnicodeEscapeInvalidHex:
+			return TEXT("Invalid \\u escape: it takes four hexadecimal digits.");
+		case rapidjson::kParseErrorStringUnicodeSurrogateInvalid:
+			return TEXT("Invalid \\u escape: a high surrogate must be followed by an escaped low surrogate.");
+		case rapidjson::kParseErrorStringEscapeInvalid:
+			return TEXT("Invalid escape or control character in a string (allowed escapes: \\\" \\\\ \\/ \\b \\f \\n \\r \\t \\uXXXX).");
+		case rapidjson::kParseErrorStringMissQuotationMark:
+			return TEXT("A string is missing its closing quotation mark.");
+		case rapidjson::kParseErrorStringInvalidEncoding:
+			return InvalidEncodingMessage;
+		case rapidjson::kParseErrorNumberTooBig:
+			return TEXT("A number is too large.");
+		case rapidjson::kParseErrorNumberMissFraction:
+			return TEXT("A number is missing its digits after the decimal point.");
+		case rapidjson::kParseErrorNumberMissExponent:
+			return TEXT("A number is missing its exponent digits.");
+		default:
+			return TEXT("Malformed JSON.");
+		}
+	}
+
+	FString DescribeStop(EStopReason Reason)
+	{
+		switch (Reason)
+		{
+		case EStopReason::TooDeep:
+			return FString::Printf(TEXT("Arrays and objects are nested deeper than %d levels."), UE::Json::MaxReadDepth);
+		case EStopReason::ScalarRoot:
+			return TEXT("Expected an object or an array at the top level.");
+		case EStopReason::RootNotObject:
+			return TEXT("Expected an object at the top level, found an array.");
+		case EStopReason::RootNotArray:
+			return TEXT("Expected an array at the top level, found an object.");
+		case EStopReason::UnpairedSurrogate:
+			return TEXT("A string holds an escaped surrogate without its pair.");
+		case EStopReason::BadNumber:
+			return TEXT("Malformed number.");
+		default:
+			return TEXT("Malformed JSON.");
+		}
+	}
+}
+
+template <class CharType>
+void TJsonReader<CharType>::SetError(const FString& Message, int32 Offset)
+{
+	Offset = Offset < 0 ? 0 : (Offset > SourceLength ? SourceLength : Offset);
+	uint32 Line = 1;
+	uint32 Column = 1;
+	for (int32 Index = 0; Index < Offset; ++Index)
+	{
+		const CharType Unit = SourceData[Index];
+		if (Unit == CharType('\n'))
+		{
+			++Line;
+			Column = 1;
+		}
+		else if (TSourceEncoding<CharType>::IsCharacterStart(Unit))
+		{
+			++Column;
+		}
+	}
+	LineNumber = Line;
+	CharacterNumber = Column;
+	ErrorMessage = FString::Printf(TEXT("%s Line: %u Ch: %u"), *Message, Line, Column);
+}
+
+template <class CharType>
+bool TJsonReader<CharType>::ReadRootValue(EJson ExpectedRoot, bool bStoreNumbersAsStrings, TSharedPtr<FJsonValue>& OutRoot)
+{
+	using FEncoding = TSourceEncoding<CharType>;
+	using FUnit = typename FEncoding::UnitType;
+
+	if (bConsumed)
+	{
+		ErrorMessage = TEXT("This reader's text has already been read.");
+		return false;
+	}
+	bConsumed = true;
+	ErrorMessage.Empty();
+	LineNumber = 1;
+	CharacterNumber = 0;
+
+	const FUnit* Begin = reinterpret_cast<const FUnit*>(SourceData);
+	const int32 Skip = FEncoding::HasBom(SourceData, SourceLength) ? FEncoding::BomLength : 0;
+	TBoundedStream<FUnit> Stream(Begin, Begin + Skip, Begin + SourceLength);
+
+	TDomBuilder<TBoundedStream<FUnit>> Builder(Stream, ExpectedRoot, bStoreNumbersAsStrings);
+	rapidjson::GenericReader<typename FEncoding::Type, rapidjson::UTF16<char16_t>> Reader;
+	constexpr unsigned Flags = rapidjson::kParseValidateEncodingFlag | rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+	const rapidjson::ParseResult Result = Reader.template Parse<Flags>(Stream, Builder);
+
+	if (Result.IsError())
+	{
+		const int32 Offset = static_cast<int32>(Result.Offset());
+		if (Offset < SourceLength && SourceData[Offset] == CharType(0))
+		{
+			SetError(TEXT("Unexpected NUL character."), Offset);
+		}
+		else if (Result.Code() == rapidjson::kParseErrorTermination)
+		{
+			const EStopReason Reason = Builder.GetStopReason();
+			int32 Where = Offset;
+			if (Reason == EStopReason::ScalarRoot || Reason == EStopReason::RootNotObject || Reason == EStopReason::RootNotArray)
+			{
+				// Point at the top-level value itself.
+				Where = Skip;
+				while (Where < SourceLength && (SourceData[Where] == ' ' || SourceData[Where] == '\t' || SourceData[Where] == '\n' || SourceData[Where] == '\r'))
+				{
+					++Where;
+				}
+			}
+			SetError(DescribeStop(Reason), Where);
+		}
+		else if (Result.Code() == rapidjson::kParseErrorDocumentEmpty && Offset < SourceLength)
+		{
+			// The iterative parser calls any unusable first token "empty"; it was not.
+			SetError(DescribeParseError(rapidjson::kParseErrorValueInvalid, nullptr), Offset);
+		}
+		else
+		{
+			SetError(DescribeParseError(Result.Code(), FEncoding::InvalidEncodingMessage()), Offset);
+		}
+		return false;
+	}
+
+	if (!Stream.AtEnd())
+	{
+		// RapidJSON takes a NUL for the end of the text; anything after one is still input.
+		SetError(TEXT("Unexpected NUL character."), static_cast<int32>(Stream.Tell()));
+		return false;
+	}
+
+	TSharedPtr<FJsonValue> Root = Builder.TakeRoot();
+	if (!Root.IsValid())
+	{
+		SetError(TEXT("Malformed JSON."), SourceLength);
+		return false;
+	}
+	OutRoot = MoveTemp(Root);
+	return true;
+}
+
+template class TJsonReader<TCHAR>;
+template class TJsonReader<UTF8CHAR>;
