@@ -162,37 +162,41 @@ namespace UE::Core::Private::FormatString
 		return Arg;
 	}
 
-	// Deliberately not constexpr: reaching one of these while checking a format at compile time
-	// is the error, and its name is the message.
-	void FormatError_TooFewArgumentsForFormat();
-	void FormatError_TooManyArgumentsForFormat();
-	void FormatError_IntegerSpecifierGivenNonInteger();
-	void FormatError_FloatSpecifierGivenNonFloat();
-	void FormatError_PercentSNeedsTCharPointer_UseStarOnFString();
-	void FormatError_PercentHsNeedsAnsiOrUtf8Pointer();
-	void FormatError_PercentCNeedsCharacter();
-	void FormatError_PercentPNeedsPointer();
-	void FormatError_StarWidthOrPrecisionNeedsInt();
-	void FormatError_UnknownConversionSpecifier();
-	void FormatError_IncompleteSpecifierAtEnd();
-	void FormatError_PercentNIsNotSupported();
-	void FormatError_UnsupportedArgumentType();
+	/** The first problem CheckFormat finds, or Ok. */
+	enum class EFormatCheck : uint8
+	{
+		Ok,
+		TooFewArguments,
+		TooManyArguments,
+		IntegerSpecifierGivenNonInteger,
+		FloatSpecifierGivenNonFloat,
+		PercentSNeedsTCharPointer,
+		PercentHsNeedsAnsiOrUtf8Pointer,
+		PercentCNeedsCharacter,
+		PercentPNeedsPointer,
+		StarNeedsInteger,
+		UnknownConversion,
+		IncompleteSpecifier,
+		PercentNNotSupported,
+	};
 
 	constexpr bool IsIntegerKind(EArgKind Kind) { return Kind == EArgKind::SignedInt || Kind == EArgKind::UnsignedInt; }
 
-	/** Walks Format and fails the constant evaluation at the first mismatch. */
-	constexpr void Validate(const TCHAR* Format, int32 FormatLen, const EArgKind* Kinds, int32 NumArgs)
+	/** Matches every specifier of Format with the argument kinds; usable at compile time and at run time. */
+	constexpr EFormatCheck CheckFormat(const TCHAR* Format, int32 FormatLen, const EArgKind* Kinds, int32 NumArgs)
 	{
 		int32 ArgIndex = 0;
-		auto NextArg = [&]() -> EArgKind
+		EArgKind Kind = EArgKind::None;
+		auto NextArg = [&](EArgKind& OutKind) -> bool
 		{
 			if (ArgIndex >= NumArgs)
 			{
-				FormatError_TooFewArgumentsForFormat();
-				return EArgKind::None;
+				return false;
 			}
-			return Kinds[ArgIndex++];
+			OutKind = Kinds[ArgIndex++];
+			return true;
 		};
+		auto IsDigit = [](TCHAR C) { return C >= TCHAR('0') && C <= TCHAR('9'); };
 
 		int32 Pos = 0;
 		while (Pos < FormatLen)
@@ -202,11 +206,9 @@ namespace UE::Core::Private::FormatString
 				++Pos;
 				continue;
 			}
-			++Pos;
-			if (Pos >= FormatLen)
+			if (++Pos >= FormatLen)
 			{
-				FormatError_IncompleteSpecifierAtEnd();
-				return;
+				return EFormatCheck::IncompleteSpecifier;
 			}
 			if (Format[Pos] == TCHAR('%'))
 			{
@@ -219,13 +221,17 @@ namespace UE::Core::Private::FormatString
 			}
 			if (Pos < FormatLen && Format[Pos] == TCHAR('*'))
 			{
-				if (!IsIntegerKind(NextArg()))
+				if (!NextArg(Kind))
 				{
-					FormatError_StarWidthOrPrecisionNeedsInt();
+					return EFormatCheck::TooFewArguments;
+				}
+				if (!IsIntegerKind(Kind))
+				{
+					return EFormatCheck::StarNeedsInteger;
 				}
 				++Pos;
 			}
-			while (Pos < FormatLen && Format[Pos] >= TCHAR('0') && Format[Pos] <= TCHAR('9'))
+			while (Pos < FormatLen && IsDigit(Format[Pos]))
 			{
 				++Pos;
 			}
@@ -234,13 +240,17 @@ namespace UE::Core::Private::FormatString
 				++Pos;
 				if (Pos < FormatLen && Format[Pos] == TCHAR('*'))
 				{
-					if (!IsIntegerKind(NextArg()))
+					if (!NextArg(Kind))
 					{
-						FormatError_StarWidthOrPrecisionNeedsInt();
+						return EFormatCheck::TooFewArguments;
+					}
+					if (!IsIntegerKind(Kind))
+					{
+						return EFormatCheck::StarNeedsInteger;
 					}
 					++Pos;
 				}
-				while (Pos < FormatLen && Format[Pos] >= TCHAR('0') && Format[Pos] <= TCHAR('9'))
+				while (Pos < FormatLen && IsDigit(Format[Pos]))
 				{
 					++Pos;
 				}
@@ -271,68 +281,97 @@ namespace UE::Core::Private::FormatString
 			}
 			if (Pos >= FormatLen)
 			{
-				FormatError_IncompleteSpecifierAtEnd();
-				return;
+				return EFormatCheck::IncompleteSpecifier;
 			}
 
 			const TCHAR Conversion = Format[Pos++];
+			if (Conversion == TCHAR('n'))
+			{
+				return EFormatCheck::PercentNNotSupported;
+			}
+			const bool bKnown = Conversion == TCHAR('d') || Conversion == TCHAR('i') || Conversion == TCHAR('u') || Conversion == TCHAR('o')
+				|| Conversion == TCHAR('x') || Conversion == TCHAR('X') || Conversion == TCHAR('f') || Conversion == TCHAR('F')
+				|| Conversion == TCHAR('e') || Conversion == TCHAR('E') || Conversion == TCHAR('g') || Conversion == TCHAR('G')
+				|| Conversion == TCHAR('a') || Conversion == TCHAR('A') || Conversion == TCHAR('c') || Conversion == TCHAR('C')
+				|| Conversion == TCHAR('s') || Conversion == TCHAR('S') || Conversion == TCHAR('p');
+			if (!bKnown)
+			{
+				return EFormatCheck::UnknownConversion;
+			}
+			if (!NextArg(Kind))
+			{
+				return EFormatCheck::TooFewArguments;
+			}
 			switch (Conversion)
 			{
 			case TCHAR('d'): case TCHAR('i'): case TCHAR('u'): case TCHAR('o'): case TCHAR('x'): case TCHAR('X'):
-				if (!IsIntegerKind(NextArg()))
+				if (!IsIntegerKind(Kind))
 				{
-					FormatError_IntegerSpecifierGivenNonInteger();
-				}
-				break;
-			case TCHAR('f'): case TCHAR('F'): case TCHAR('e'): case TCHAR('E'): case TCHAR('g'): case TCHAR('G'): case TCHAR('a'): case TCHAR('A'):
-				if (NextArg() != EArgKind::Float)
-				{
-					FormatError_FloatSpecifierGivenNonFloat();
+					return EFormatCheck::IntegerSpecifierGivenNonInteger;
 				}
 				break;
 			case TCHAR('c'): case TCHAR('C'):
-				if (!IsIntegerKind(NextArg()))
+				if (!IsIntegerKind(Kind))
 				{
-					FormatError_PercentCNeedsCharacter();
+					return EFormatCheck::PercentCNeedsCharacter;
 				}
 				break;
 			case TCHAR('s'): case TCHAR('S'):
-			{
-				const EArgKind Kind = NextArg();
-				if (bShort)
+				if (bShort ? (Kind != EArgKind::AnsiPointer && Kind != EArgKind::Utf8Pointer && Kind != EArgKind::NullPointer)
+						   : (Kind != EArgKind::TCharPointer && Kind != EArgKind::NullPointer))
 				{
-					if (Kind != EArgKind::AnsiPointer && Kind != EArgKind::Utf8Pointer && Kind != EArgKind::NullPointer)
-					{
-						FormatError_PercentHsNeedsAnsiOrUtf8Pointer();
-					}
-				}
-				else if (Kind != EArgKind::TCharPointer && Kind != EArgKind::NullPointer)
-				{
-					FormatError_PercentSNeedsTCharPointer_UseStarOnFString();
+					return bShort ? EFormatCheck::PercentHsNeedsAnsiOrUtf8Pointer : EFormatCheck::PercentSNeedsTCharPointer;
 				}
 				break;
-			}
 			case TCHAR('p'):
-			{
-				const EArgKind Kind = NextArg();
 				if (Kind != EArgKind::Pointer && Kind != EArgKind::TCharPointer && Kind != EArgKind::AnsiPointer && Kind != EArgKind::Utf8Pointer && Kind != EArgKind::NullPointer)
 				{
-					FormatError_PercentPNeedsPointer();
+					return EFormatCheck::PercentPNeedsPointer;
 				}
 				break;
-			}
-			case TCHAR('n'):
-				FormatError_PercentNIsNotSupported();
-				break;
 			default:
-				FormatError_UnknownConversionSpecifier();
+				if (Kind != EArgKind::Float)
+				{
+					return EFormatCheck::FloatSpecifierGivenNonFloat;
+				}
 				break;
 			}
 		}
+		return ArgIndex == NumArgs ? EFormatCheck::Ok : EFormatCheck::TooManyArguments;
+	}
 
-		if (ArgIndex != NumArgs)
+	// Deliberately not constexpr: reaching one while a format is checked at compile time is the
+	// error, and its name is the message.
+	void FormatError_TooFewArgumentsForFormat();
+	void FormatError_TooManyArgumentsForFormat();
+	void FormatError_IntegerSpecifierGivenNonInteger();
+	void FormatError_FloatSpecifierGivenNonFloat();
+	void FormatError_PercentSNeedsTCharPointer_UseStarOnFString();
+	void FormatError_PercentHsNeedsAnsiOrUtf8Pointer();
+	void FormatError_PercentCNeedsCharacter();
+	void FormatError_PercentPNeedsPointer();
+	void FormatError_StarWidthOrPrecisionNeedsInt();
+	void FormatError_UnknownConversionSpecifier();
+	void FormatError_IncompleteSpecifierAtEnd();
+	void FormatError_PercentNIsNotSupported();
+
+	constexpr void ReportAtCompileTime(EFormatCheck Check)
+	{
+		switch (Check)
 		{
-			FormatError_TooManyArgumentsForFormat();
+		case EFormatCheck::Ok: break;
+		case EFormatCheck::TooFewArguments: FormatError_TooFewArgumentsForFormat(); break;
+		case EFormatCheck::TooManyArguments: FormatError_TooManyArgumentsForFormat(); break;
+		case EFormatCheck::IntegerSpecifierGivenNonInteger: FormatError_IntegerSpecifierGivenNonInteger(); break;
+		case EFormatCheck::FloatSpecifierGivenNonFloat: FormatError_FloatSpecifierGivenNonFloat(); break;
+		case EFormatCheck::PercentSNeedsTCharPointer: FormatError_PercentSNeedsTCharPointer_UseStarOnFString(); break;
+		case EFormatCheck::PercentHsNeedsAnsiOrUtf8Pointer: FormatError_PercentHsNeedsAnsiOrUtf8Pointer(); break;
+		case EFormatCheck::PercentCNeedsCharacter: FormatError_PercentCNeedsCharacter(); break;
+		case EFormatCheck::PercentPNeedsPointer: FormatError_PercentPNeedsPointer(); break;
+		case EFormatCheck::StarNeedsInteger: FormatError_StarWidthOrPrecisionNeedsInt(); break;
+		case EFormatCheck::UnknownConversion: FormatError_UnknownConversionSpecifier(); break;
+		case EFormatCheck::IncompleteSpecifier: FormatError_IncompleteSpecifierAtEnd(); break;
+		case EFormatCheck::PercentNNotSupported: FormatError_PercentNIsNotSupported(); break;
 		}
 	}
 }
@@ -353,7 +392,7 @@ namespace UE::Core
 			: FormatString(InFormat)
 		{
 			constexpr Private::FormatString::EArgKind Kinds[] = { Private::FormatString::ClassifyArg<Types>()..., Private::FormatString::EArgKind::None };
-			Private::FormatString::Validate(InFormat, static_cast<int32>(N) - 1, Kinds, static_cast<int32>(sizeof...(Types)));
+			Private::FormatString::ReportAtCompileTime(Private::FormatString::CheckFormat(InFormat, static_cast<int32>(N) - 1, Kinds, static_cast<int32>(sizeof...(Types))));
 		}
 	};
 }
