@@ -30,6 +30,12 @@ TEST(FNameTest, CaseInsensitiveEqualityWithPreservedSpelling)
 	EXPECT_FALSE(First == TEXT("MyVariable2"));
 	EXPECT_NE(First, FName(TEXT("Other")));
 	EXPECT_TRUE(First.IsEqual(Second));
+	EXPECT_FALSE(First.IsEqual(Second, ENameCase::CaseSensitive));
+	EXPECT_TRUE(First.IsEqual(FName(TEXT("MyVariable")), ENameCase::CaseSensitive));
+	EXPECT_TRUE(FName(TEXT("Pin_1")).IsEqual(FName(TEXT("PIN_2")), ENameCase::IgnoreCase, false));
+	EXPECT_FALSE(FName(TEXT("Pin_1")).IsEqual(FName(TEXT("PIN_2"))));
+	EXPECT_TRUE(First.Equals(Second));
+	EXPECT_TRUE(First.Equals(TEXT("myvariable")));
 
 	FString Out(TEXT("stale"));
 	First.ToString(Out);
@@ -95,6 +101,8 @@ TEST(FNameTest, NumberSuffixes)
 	EXPECT_EQ(U8(FName(FName(TEXT("Base")), 5).ToString()), "Base_4");
 	EXPECT_EQ(U8(FName(TEXT("Base"), 1).ToString()), "Base_0");
 	EXPECT_EQ(FName(TEXT("Base"), 3), FName(TEXT("base_2")));
+	EXPECT_EQ(FName(TEXT("Base_7"), 0).GetNumber(), NAME_NO_NUMBER_INTERNAL);
+	EXPECT_EQ(FName(TEXT("Base_7"), 0, true).GetNumber(), 8);
 	EXPECT_TRUE(FName(TEXT("Node_12")) == TEXT("node_12"));
 }
 

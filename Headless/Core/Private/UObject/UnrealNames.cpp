@@ -180,9 +180,14 @@ FName::FName(int32 Len, const TCHAR* Name, EFindName FindType)
 	Init(Name, Name && Len > 0 ? FCString::Strnlen(Name, Len) : 0, NAME_NO_NUMBER_INTERNAL, true, FindType);
 }
 
-FName::FName(const TCHAR* Name, int32 InNumber, EFindName FindType)
+FName::FName(const TCHAR* Name, int32 InNumber)
 {
-	Init(Name, Name ? FCString::Strlen(Name) : 0, InNumber, false, FindType);
+	Init(Name, Name ? FCString::Strlen(Name) : 0, InNumber, false, FNAME_Add);
+}
+
+FName::FName(const TCHAR* Name, int32 InNumber, bool bSplitName)
+{
+	Init(Name, Name ? FCString::Strlen(Name) : 0, InNumber, bSplitName && InNumber == NAME_NO_NUMBER_INTERNAL, FNAME_Add);
 }
 
 void FName::Init(const TCHAR* Name, int32 Len, int32 InNumber, bool bSplitNumber, EFindName FindType)

@@ -11,6 +11,13 @@ enum EName : uint32
 	NAME_None = 0,
 };
 
+/** How FName::IsEqual compares the text. */
+enum class ENameCase : uint8
+{
+	CaseSensitive,
+	IgnoreCase,
+};
+
 /** Whether an FName constructor may add its text to the name table. */
 enum EFindName
 {
@@ -54,8 +61,10 @@ public:
 	FName(const ANSICHAR* Name, EFindName FindType = FNAME_Add);
 	FName(const FString& Name, EFindName FindType = FNAME_Add);
 	FName(int32 Len, const TCHAR* Name, EFindName FindType = FNAME_Add);
-	/** The base text Name with an explicit internal number (0 for none), as the engine's two-part constructor. */
-	FName(const TCHAR* Name, int32 InNumber, EFindName FindType = FNAME_Add);
+	/** The base text Name with an explicit internal number (0 for none); Name is not split. */
+	FName(const TCHAR* Name, int32 InNumber);
+	/** As above, but with bSplitName a "_<digits>" suffix is split off when InNumber is 0. */
+	FName(const TCHAR* Name, int32 InNumber, bool bSplitName);
 	/** Other's base text with a different internal number. */
 	FName(const FName& Other, int32 InNumber) : ComparisonIndex(Other.ComparisonIndex), DisplayIndex(Other.DisplayIndex), Number(InNumber) {}
 
@@ -76,8 +85,18 @@ public:
 	uint32 GetComparisonIndex() const { return ComparisonIndex; }
 	uint32 GetDisplayIndex() const { return DisplayIndex; }
 
-	/** Case-insensitive equality, as operator==. */
-	bool IsEqual(const FName& Other) const { return *this == Other; }
+	/**
+	 * IgnoreCase is operator==; CaseSensitive also requires the same spelling. bCompareNumber
+	 * false compares the base texts only.
+	 */
+	bool IsEqual(const FName& Other, ENameCase CompareMethod = ENameCase::IgnoreCase, bool bCompareNumber = true) const
+	{
+		const bool bSameText = CompareMethod == ENameCase::IgnoreCase ? ComparisonIndex == Other.ComparisonIndex : DisplayIndex == Other.DisplayIndex;
+		return bSameText && (!bCompareNumber || Number == Other.Number);
+	}
+	/** Headless spelling of IsEqual with the defaults: case-insensitive, number included. */
+	bool Equals(const FName& Other) const { return *this == Other; }
+	bool Equals(const TCHAR* Other) const { return EqualsText(Other); }
 
 	/** Case-insensitive, including the number. */
 	friend bool operator==(const FName& A, const FName& B) { return A.ComparisonIndex == B.ComparisonIndex && A.Number == B.Number; }
@@ -109,6 +128,18 @@ public:
 	 * OutReason when given; ErrorCtx defaults to "Name".
 	 */
 	static bool IsValidXName(const FString& Name, const FString& InvalidChars, FText* OutReason = nullptr, const FText* InErrorCtx = nullptr);
+	static bool IsValidXName(const TCHAR* Name, const FString& InvalidChars, FText* OutReason = nullptr, const FText* InErrorCtx = nullptr)
+	{
+		return IsValidXName(FString(Name), InvalidChars, OutReason, InErrorCtx);
+	}
+	static bool IsValidXName(const FName& Name, const FString& InvalidChars, FText* OutReason = nullptr, const FText* InErrorCtx = nullptr)
+	{
+		return IsValidXName(Name.ToString(), InvalidChars, OutReason, InErrorCtx);
+	}
+	bool IsValidXName(const FString& InvalidChars, FText* OutReason = nullptr, const FText* InErrorCtx = nullptr) const
+	{
+		return IsValidXName(*this, InvalidChars, OutReason, InErrorCtx);
+	}
 
 private:
 	bool EqualsText(const TCHAR* Text) const;
