@@ -25,11 +25,11 @@ function(calvorn_add_module NAME)
 endfunction()
 
 # CoreMinimal.h is what nearly every file includes first; one PCH built by Core is reused everywhere.
-function(calvorn_use_core_pch TARGET)
-  if(TARGET STREQUAL "Core")
+function(calvorn_use_core_pch TargetName)
+  if(TargetName STREQUAL "Core")
     target_precompile_headers(Core PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:CoreMinimal.h>")
   else()
-    target_precompile_headers(${TARGET} REUSE_FROM Core)
+    target_precompile_headers(${TargetName} REUSE_FROM Core)
   endif()
 endfunction()
 
