@@ -700,3 +700,18 @@ TEST(FStringUtf8, AnsiConstructorWidensBytes)
 	EXPECT_TRUE(FString(static_cast<const TCHAR*>(nullptr)).IsEmpty());
 	EXPECT_TRUE(FString(static_cast<const ANSICHAR*>(nullptr)).IsEmpty());
 }
+
+TEST(FStringFormat, NamedAndOrderedTokens)
+{
+	FStringFormatOrderedArguments Ordered;
+	Ordered.Add(TEXT("Player"));
+	Ordered.Add(3);
+	Ordered.Add(1.5);
+	Ordered.Add(FString(TEXT("x")));
+	EXPECT_EQ(U8(FString::Format(TEXT("{0} has {1} lives at {2}, {3}{3}, {4} `{0`}"), Ordered)), "Player has 3 lives at 1.500000, xx, {4} {0}");
+
+	FStringFormatNamedArguments Named;
+	Named.Add(TEXT("Name"), TEXT("Door"));
+	Named.Add(TEXT("Count"), static_cast<uint64>(12));
+	EXPECT_EQ(U8(FString::Format(TEXT("{name}: { Count } {Missing} {unclosed"), Named)), "Door: 12 {Missing} {unclosed");
+}

@@ -15,6 +15,11 @@
 #include <type_traits>
 #include <utility>
 
+struct FStringFormatArg;
+class FString;
+using FStringFormatNamedArguments = TMap<FString, FStringFormatArg>;
+using FStringFormatOrderedArguments = TArray<FStringFormatArg>;
+
 /**
  * A dynamically sized UTF-16 string with the engine's FString behaviour.
  *
@@ -510,6 +515,13 @@ public:
 
 	/** The formatter behind Printf; arguments were already checked against Fmt. */
 	static void AppendFormatted(FString& Out, const TCHAR* Fmt, const UE::Core::Private::FormatString::FArg* Args, int32 NumArgs);
+
+	/**
+	 * Replaces "{Name}" (named) or "{0}" (ordered) tokens with the arguments (Misc/StringFormatArg.h).
+	 * A backtick escapes a brace; a token without an argument stays as written.
+	 */
+	static FString Format(const TCHAR* InFormatString, const FStringFormatNamedArguments& InNamedArguments);
+	static FString Format(const TCHAR* InFormatString, const FStringFormatOrderedArguments& InOrderedArguments);
 
 	static FString Chr(TCHAR Ch);
 	static FString ChrN(int32 NumCharacters, TCHAR Char);
