@@ -715,3 +715,64 @@ TEST(FStringFormat, NamedAndOrderedTokens)
 	Named.Add(TEXT("Count"), static_cast<uint64>(12));
 	EXPECT_EQ(U8(FString::Format(TEXT("{name}: { Count } {Missing} {unclosed"), Named)), "Door: 12 {Missing} {unclosed");
 }
+
+TEST(FStringStorage, AssignmentConcatenationAndReset)
+{
+	FString Text(TEXT("abcdef"));
+	Text = *Text + 2; // assigning from inside itself
+	EXPECT_EQ(U8(Text), "cdef");
+	Text = static_cast<const TCHAR*>(nullptr);
+	EXPECT_TRUE(Text.IsEmpty());
+
+	FString Moved(TEXT("left"));
+	const FString Joined = std::move(Moved) + FString(TEXT("+right"));
+	EXPECT_EQ(U8(Joined), "left+right");
+	EXPECT_EQ(U8(FString(TEXT("a")) + FString(TEXT("b"))), "ab");
+	EXPECT_EQ(U8(FString(TEXT("x")) + static_cast<const TCHAR*>(nullptr)), "x");
+	EXPECT_EQ(U8(static_cast<const TCHAR*>(nullptr) + FString(TEXT("y"))), "y");
+
+	FString Reserved;
+	Reserved.Reserve(100);
+	EXPECT_TRUE(Reserved.IsEmpty());
+	EXPECT_GE(Reserved.GetAllocatedSize(), 100u * sizeof(TCHAR));
+	Reserved = TEXT("content");
+	Reserved.Reset();
+	EXPECT_TRUE(Reserved.IsEmpty());
+	EXPECT_EQ(**Reserved, TCHAR(0));
+	Reserved.Empty();
+	EXPECT_EQ(Reserved.Len(), 0);
+
+	EXPECT_EQ(U8(FString(3, TEXT("abcdef"))), "abc");
+	EXPECT_EQ(U8(FString::ConstructFromPtrSize(TEXT("abcdef"), 2)), "ab");
+	EXPECT_EQ(FString::ConstructFromPtrSize(u"a\0b", 3).Len(), 3);
+	EXPECT_EQ(U8(FString(std::u16string_view(u"view"))), "view");
+
+	FString Counted;
+	for (const TCHAR Char : FString(TEXT("xyz")))
+	{
+		Counted.AppendChar(FChar::ToUpper(Char));
+	}
+	EXPECT_EQ(U8(Counted), "XYZ");
+	FString Spaced(TEXT(" a b  c "));
+	Spaced.RemoveSpacesInline();
+	EXPECT_EQ(U8(Spaced), "abc");
+	FString WithNul = FString::ConstructFromPtrSize(u"ab\0cd", 5);
+	WithNul.TrimToNullTerminator();
+	EXPECT_EQ(U8(WithNul), "ab");
+}
+
+TEST(TCharTest, ClassificationIsFixedAndAsciiCaseOnly)
+{
+	EXPECT_TRUE(FChar::IsDigit(TCHAR('7')));
+	EXPECT_FALSE(FChar::IsDigit(TCHAR(0x0661)));
+	EXPECT_TRUE(FChar::IsAlpha(TCHAR('q')));
+	EXPECT_FALSE(FChar::IsAlpha(TCHAR('_')));
+	EXPECT_TRUE(FChar::IsWhitespace(TCHAR('\v')));
+	EXPECT_TRUE(FChar::IsWhitespace(TCHAR(0x2028)));
+	EXPECT_FALSE(FChar::IsWhitespace(TCHAR(0xA0)));
+	EXPECT_EQ(FChar::ToUpper(TCHAR(0xE9)), TCHAR(0xE9));
+	EXPECT_EQ(FChar::ToLower(TCHAR('Z')), TCHAR('z'));
+	EXPECT_EQ(FCharAnsi::ToUpper('m'), 'M');
+	EXPECT_TRUE(FChar::IsHexDigit(TCHAR('F')));
+	EXPECT_FALSE(FChar::IsHexDigit(TCHAR('g')));
+}
