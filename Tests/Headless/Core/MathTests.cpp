@@ -7,6 +7,7 @@
 #include "Math/UnrealMathUtility.h"
 #include "Math/Vector.h"
 #include "Math/Vector2D.h"
+#include "Misc/DefaultValueHelper.h"
 
 #include "StringTestUtils.h"
 
@@ -635,4 +636,148 @@ TEST(MathBox2D, GrowingAndMeasuring)
 	EXPECT_FALSE(FBox2D(Points, 0).bIsValid);
 	EXPECT_EQ(FromPoints.GetClosestPointTo(FVector2D(10, 0)), FVector2D(1, 0));
 	EXPECT_EQ(FromPoints.ComputeSquaredDistanceToPoint(FVector2D(4, 9)), 25.0);
+}
+
+// ---- Default-value text (FDefaultValueHelper) ----------------------------------------------
+
+TEST(DefaultValueHelper, ParseVectorAndRotator)
+{
+	struct FCase
+	{
+		const TCHAR* Text;
+		bool bParses;
+		FVector Expected;
+	};
+	const FCase VectorCases[] = {
+		{ TEXT("1,2,3"), true, FVector(1, 2, 3) },
+		{ TEXT(" 1.5 , -2 , 3e1 "), true, FVector(1.5, -2, 30) },
+		{ TEXT("0, 0, 0"), true, FVector(0, 0, 0) },
+		{ TEXT("1f,2,+3"), true, FVector(1, 2, 3) },
+		{ TEXT("X=1,Y=2,Z=3"), true, FVector(1, 2, 3) }, // non-numbers fall back to the X= form
+		{ TEXT("1,2"), false, FVector() },
+		{ TEXT("1,2,3,4"), false, FVector() },
+		{ TEXT(""), false, FVector() },
+		{ TEXT("a,b,c"), false, FVector() },
+		{ TEXT("X=1 Y=2 Z=3"), false, FVector() }, // without commas the engine does not try the X= form
+	};
+	for (const FCase& Case : VectorCases)
+	{
+		FVector Parsed(7, 7, 7);
+		EXPECT_EQ(FDefaultValueHelper::ParseVector(Case.Text, Parsed), Case.bParses) << U8(Case.Text);
+		EXPECT_EQ(FDefaultValueHelper::IsStringValidVector(Case.Text), Case.bParses) << U8(Case.Text);
+		if (Case.bParses)
+		{
+			EXPECT_EQ(Parsed, Case.Expected) << U8(Case.Text);
+		}
+	}
+
+	FVector3f Narrow;
+	EXPECT_TRUE(FDefaultValueHelper::ParseVector(TEXT("0.5,1,2"), Narrow));
+	EXPECT_EQ(Narrow, FVector3f(0.5f, 1, 2));
+
+	FRotator Rotator;
+	EXPECT_TRUE(FDefaultValueHelper::ParseRotator(TEXT("10, 20, 30"), Rotator));
+	EXPECT_EQ(Rotator, FRotator(10, 20, 30));
+	EXPECT_TRUE(FDefaultValueHelper::ParseRotator(TEXT("P=1 Y=2 R=3"), Rotator));
+	EXPECT_EQ(Rotator, FRotator(1, 2, 3));
+	EXPECT_TRUE(FDefaultValueHelper::ParseRotator(TEXT("(Pitch=4,Yaw=5,Roll=6)"), Rotator));
+	EXPECT_EQ(Rotator, FRotator(4, 5, 6));
+	EXPECT_FALSE(FDefaultValueHelper::ParseRotator(TEXT("1,2"), Rotator));
+
+	FVector2D Vector2D;
+	EXPECT_TRUE(FDefaultValueHelper::ParseVector2D(TEXT("1, -2"), Vector2D));
+	EXPECT_EQ(Vector2D, FVector2D(1, -2));
+	EXPECT_TRUE(FDefaultValueHelper::ParseVector2D(TEXT("X=3,Y=4,Z=5"), Vector2D)); // extra commas fall back
+	EXPECT_EQ(Vector2D, FVector2D(3, 4));
+	EXPECT_FALSE(FDefaultValueHelper::ParseVector2D(TEXT("1,2,3"), Vector2D));
+	EXPECT_FALSE(FDefaultValueHelper::ParseVector2D(TEXT("1"), Vector2D));
+}
+
+TEST(DefaultValueHelper, ParseColors)
+{
+	FLinearColor Linear;
+	EXPECT_TRUE(FDefaultValueHelper::ParseLinearColor(TEXT("1, 0.5, 0"), Linear));
+	EXPECT_EQ(Linear, FLinearColor(1, 0.5f, 0, 1));
+	EXPECT_TRUE(FDefaultValueHelper::ParseLinearColor(TEXT("1,0.5,0,0.25"), Linear));
+	EXPECT_EQ(Linear, FLinearColor(1, 0.5f, 0, 0.25f));
+	EXPECT_TRUE(FDefaultValueHelper::ParseLinearColor(TEXT("(R=1,G=0.5,B=0)"), Linear));
+	EXPECT_EQ(Linear, FLinearColor(1, 0.5f, 0, 1));
+	// With three commas the fourth part must be a number, as in the engine, so its own text form is refused.
+	EXPECT_FALSE(FDefaultValueHelper::ParseLinearColor(FLinearColor::Red.ToString(), Linear));
+	EXPECT_FALSE(FDefaultValueHelper::ParseLinearColor(TEXT("1,2"), Linear));
+	EXPECT_TRUE(FDefaultValueHelper::IsStringValidLinearColor(TEXT("0,0,0")));
+
+	FColor Color;
+	EXPECT_TRUE(FDefaultValueHelper::ParseColor(TEXT("255, 128, 0"), Color));
+	EXPECT_EQ(Color, FColor(255, 128, 0, 255));
+	EXPECT_TRUE(FDefaultValueHelper::ParseColor(TEXT("1,2,3,4"), Color));
+	EXPECT_EQ(Color, FColor(1, 2, 3, 4));
+	EXPECT_TRUE(FDefaultValueHelper::ParseColor(TEXT("(R=1,G=2,B=3)"), Color));
+	EXPECT_EQ(Color, FColor(1, 2, 3, 255));
+	EXPECT_FALSE(FDefaultValueHelper::ParseColor(TEXT("1,2,3,x"), Color));
+}
+
+TEST(DefaultValueHelper, ScalarsAndValidity)
+{
+	struct FIntCase
+	{
+		const TCHAR* Text;
+		bool bParses;
+		int32 Expected;
+	};
+	const FIntCase IntCases[] = {
+		{ TEXT("42"), true, 42 },
+		{ TEXT(" -7 "), true, -7 },
+		{ TEXT("- 7"), true, -7 },
+		{ TEXT("010"), true, 8 },
+		{ TEXT("0x1F"), true, 31 },
+		{ TEXT("-0x10"), true, -16 },
+		{ TEXT("0"), true, 0 },
+		{ TEXT("1.5"), false, 0 },
+		{ TEXT("0x"), false, 0 },
+		{ TEXT("1 2"), false, 0 },
+		{ TEXT(""), false, 0 },
+		{ TEXT("-"), false, 0 },
+	};
+	for (const FIntCase& Case : IntCases)
+	{
+		int32 Parsed = 123;
+		EXPECT_EQ(FDefaultValueHelper::ParseInt(Case.Text, Parsed), Case.bParses) << U8(Case.Text);
+		EXPECT_EQ(FDefaultValueHelper::IsStringValidInteger(Case.Text), Case.bParses) << U8(Case.Text);
+		EXPECT_EQ(Parsed, Case.bParses ? Case.Expected : 123) << U8(Case.Text);
+	}
+	int64 Wide = 0;
+	EXPECT_TRUE(FDefaultValueHelper::ParseInt64(TEXT("9000000000"), Wide));
+	EXPECT_EQ(Wide, 9000000000ll);
+
+	double Double = 0;
+	EXPECT_TRUE(FDefaultValueHelper::ParseDouble(TEXT(" 1.5f "), Double));
+	EXPECT_EQ(Double, 1.5);
+	EXPECT_TRUE(FDefaultValueHelper::ParseDouble(TEXT("-.5"), Double));
+	EXPECT_EQ(Double, -0.5);
+	EXPECT_TRUE(FDefaultValueHelper::ParseDouble(TEXT("1e3"), Double));
+	EXPECT_EQ(Double, 1000.0);
+	EXPECT_FALSE(FDefaultValueHelper::ParseDouble(TEXT("abc"), Double));
+	EXPECT_FALSE(FDefaultValueHelper::ParseDouble(TEXT("1.2.3"), Double));
+	float Float = 0;
+	EXPECT_TRUE(FDefaultValueHelper::ParseFloat(TEXT("0.25"), Float));
+	EXPECT_EQ(Float, 0.25f);
+
+	bool bValue = false;
+	EXPECT_TRUE(FDefaultValueHelper::ParseBool(TEXT("TRUE"), bValue));
+	EXPECT_TRUE(bValue);
+	EXPECT_TRUE(FDefaultValueHelper::ParseBool(TEXT(" false "), bValue));
+	EXPECT_FALSE(bValue);
+	EXPECT_TRUE(FDefaultValueHelper::ParseBool(TEXT("2"), bValue));
+	EXPECT_TRUE(bValue);
+	EXPECT_FALSE(FDefaultValueHelper::ParseBool(TEXT("yes"), bValue));
+
+	EXPECT_TRUE(FDefaultValueHelper::Is(TEXT("  None "), TEXT("None")));
+	EXPECT_FALSE(FDefaultValueHelper::Is(TEXT("Nonex"), TEXT("None")));
+	EXPECT_FALSE(FDefaultValueHelper::Is(TEXT("none"), TEXT("None")));
+	EXPECT_FALSE(FDefaultValueHelper::Is(TEXT(""), TEXT("None")));
+	EXPECT_EQ(U8(FDefaultValueHelper::GetUnqualifiedEnumValue(TEXT("EFoo::Bar"))), "Bar");
+	EXPECT_EQ(U8(FDefaultValueHelper::GetUnqualifiedEnumValue(TEXT("Bar"))), "Bar");
+	EXPECT_EQ(U8(FDefaultValueHelper::RemoveWhitespaces(TEXT(" a b\tc\r\n"))), "abc");
+	EXPECT_TRUE(FDefaultValueHelper::IsStringValidFloat(TEXT(".")));
 }

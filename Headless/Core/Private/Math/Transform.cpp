@@ -1,56 +1,7 @@
 #include "Math/Transform.h"
 
 #include "Containers/Array.h"
-#include "Misc/ParseValue.h"
-
-using UE::Core::Private::ECommaListResult;
-using UE::Core::Private::ParseCommaSeparatedDoubles;
-using UE::Core::Private::ParseValue;
-
-namespace
-{
-	// FDefaultValueHelper::ParseVector: "1,2,3", or with non-numeric parts the "X=1 Y=2 Z=3" form.
-	template <typename T>
-	bool ParseVectorPart(const FString& Source, UE::Math::TVector<T>& OutValue)
-	{
-		double Values[3] = {};
-		switch (ParseCommaSeparatedDoubles(Source, Values, 3))
-		{
-		case ECommaListResult::Parsed:
-			OutValue = UE::Math::TVector<T>(T(Values[0]), T(Values[1]), T(Values[2]));
-			return true;
-		case ECommaListResult::NotNumbers:
-			return OutValue.InitFromString(Source);
-		case ECommaListResult::WrongShape:
-		default:
-			return false;
-		}
-	}
-
-	// FDefaultValueHelper::ParseRotator: as a vector (pitch, yaw, roll), then "P=", then "Pitch=".
-	template <typename T>
-	bool ParseRotatorPart(const FString& Source, UE::Math::TRotator<T>& OutValue)
-	{
-		UE::Math::TVector<T> AsVector;
-		if (ParseVectorPart(Source, AsVector))
-		{
-			OutValue = UE::Math::TRotator<T>(AsVector.X, AsVector.Y, AsVector.Z);
-			return true;
-		}
-		if (OutValue.InitFromString(Source))
-		{
-			return true;
-		}
-		UE::Math::TRotator<T> Named = UE::Math::TRotator<T>::ZeroRotator;
-		if (ParseValue(*Source, TEXT("Pitch="), Named.Pitch) && ParseValue(*Source, TEXT("Yaw="), Named.Yaw)
-			&& ParseValue(*Source, TEXT("Roll="), Named.Roll))
-		{
-			OutValue = Named;
-			return true;
-		}
-		return false;
-	}
-}
+#include "Misc/DefaultValueHelper.h"
 
 namespace UE::Math
 {
@@ -90,8 +41,8 @@ bool TTransform<T>::InitFromString(const FString& Source)
 	TVector<T> ParsedTranslation = TVector<T>::ZeroVector;
 	TRotator<T> ParsedRotation = TRotator<T>::ZeroRotator;
 	TVector<T> ParsedScale = TVector<T>::OneVector;
-	if (!ParseVectorPart(Parts[0], ParsedTranslation) || !ParseRotatorPart(Parts[1], ParsedRotation)
-		|| !ParseVectorPart(Parts[2], ParsedScale))
+	if (!FDefaultValueHelper::ParseVector(Parts[0], ParsedTranslation) || !FDefaultValueHelper::ParseRotator(Parts[1], ParsedRotation)
+		|| !FDefaultValueHelper::ParseVector(Parts[2], ParsedScale))
 	{
 		return false;
 	}

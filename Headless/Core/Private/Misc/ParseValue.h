@@ -27,16 +27,4 @@ namespace UE::Core::Private
 
 	/** [sign] digits [. digits] [e [sign] digits] [f], blanks allowed around it. */
 	bool IsStringValidFloat(const TCHAR* Start, const TCHAR* End);
-
-	enum class ECommaListResult
-	{
-		Parsed,
-		/** Empty, or not exactly NumValues - 1 commas: FDefaultValueHelper gives up. */
-		WrongShape,
-		/** The right number of parts, but one is not a number: FDefaultValueHelper tries the "X=" form. */
-		NotNumbers,
-	};
-
-	/** Reads "A,B,C" (blanks ignored) as FDefaultValueHelper reads vectors, rotators and 2-D vectors. */
-	ECommaListResult ParseCommaSeparatedDoubles(const FString& Source, double* OutValues, int32 NumValues);
 }
