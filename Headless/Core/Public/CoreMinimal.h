@@ -21,6 +21,7 @@
 #include "Misc/Guid.h"
 #include "Delegates/Delegate.h"
 #include "Math/MathFwd.h"
+#include "Math/NumericLimits.h"
 #include "Math/UnrealMathUtility.h"
 #include "Math/IntPoint.h"
 #include "Math/Vector2D.h"

@@ -781,3 +781,14 @@ TEST(DefaultValueHelper, ScalarsAndValidity)
 	EXPECT_EQ(U8(FDefaultValueHelper::RemoveWhitespaces(TEXT(" a b\tc\r\n"))), "abc");
 	EXPECT_TRUE(FDefaultValueHelper::IsStringValidFloat(TEXT(".")));
 }
+
+TEST(MathUtility, NumericLimitsUseTheEngineMeanings)
+{
+	EXPECT_EQ(TNumericLimits<int32>::Max(), MAX_int32);
+	EXPECT_EQ(TNumericLimits<int32>::Min(), MIN_int32);
+	EXPECT_EQ(TNumericLimits<uint8>::Max(), MAX_uint8);
+	EXPECT_EQ(TNumericLimits<int64>::Lowest(), MIN_int64);
+	EXPECT_GT(TNumericLimits<float>::Min(), 0.0f); // smallest positive, not most negative
+	EXPECT_EQ(TNumericLimits<float>::Lowest(), -MAX_flt);
+	EXPECT_EQ(TNumericLimits<const double>::Max(), MAX_dbl);
+}

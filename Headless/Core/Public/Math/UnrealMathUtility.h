@@ -2,6 +2,7 @@
 
 #include "CoreTypes.h"
 #include "Math/MathFwd.h"
+#include "Math/NumericLimits.h"
 
 #include <cmath>
 #include <limits>
