@@ -1,6 +1,7 @@
 #include "Dom/JsonObject.h"
 
 #include "Containers/UnrealString.h"
+#include "Dom/JsonNodeAllocator.h"
 
 TSharedPtr<FJsonValue> FJsonObject::GetField(const FString& FieldName, EJson JsonType) const
 {
@@ -9,7 +10,7 @@ TSharedPtr<FJsonValue> FJsonObject::GetField(const FString& FieldName, EJson Jso
 	{
 		return *Field;
 	}
-	return MakeShared<FJsonValueNull>();
+	return UE::Json::Private::MakeSharedNode<FJsonValueNull>();
 }
 
 TSharedPtr<FJsonValue> FJsonObject::TryGetField(const FString& FieldName) const
@@ -73,12 +74,12 @@ bool FJsonObject::TryGetNumberField(const FString& FieldName, uint64& OutNumber)
 
 void FJsonObject::SetNumberField(FString&& FieldName, double Number)
 {
-	Values.Add(MoveTemp(FieldName), MakeShared<FJsonValueNumber>(Number));
+	Values.Add(MoveTemp(FieldName), UE::Json::Private::MakeSharedNode<FJsonValueNumber>(Number));
 }
 
 void FJsonObject::SetNumberField(const FString& FieldName, double Number)
 {
-	Values.Add(FieldName, MakeShared<FJsonValueNumber>(Number));
+	Values.Add(FieldName, UE::Json::Private::MakeSharedNode<FJsonValueNumber>(Number));
 }
 
 FString FJsonObject::GetStringField(const FString& FieldName) const
@@ -114,32 +115,32 @@ bool FJsonObject::TryGetStringArrayField(const FString& FieldName, TArray<FStrin
 
 void FJsonObject::SetStringField(FString&& FieldName, FString&& StringValue)
 {
-	Values.Add(MoveTemp(FieldName), MakeShared<FJsonValueString>(MoveTemp(StringValue)));
+	Values.Add(MoveTemp(FieldName), UE::Json::Private::MakeSharedNode<FJsonValueString>(MoveTemp(StringValue)));
 }
 
 void FJsonObject::SetStringField(FString&& FieldName, const FString& StringValue)
 {
-	Values.Add(MoveTemp(FieldName), MakeShared<FJsonValueString>(StringValue));
+	Values.Add(MoveTemp(FieldName), UE::Json::Private::MakeSharedNode<FJsonValueString>(StringValue));
 }
 
 void FJsonObject::SetStringField(const FString& FieldName, FString&& StringValue)
 {
-	Values.Add(FieldName, MakeShared<FJsonValueString>(MoveTemp(StringValue)));
+	Values.Add(FieldName, UE::Json::Private::MakeSharedNode<FJsonValueString>(MoveTemp(StringValue)));
 }
 
 void FJsonObject::SetStringField(const FString& FieldName, const FString& StringValue)
 {
-	Values.Add(FieldName, MakeShared<FJsonValueString>(StringValue));
+	Values.Add(FieldName, UE::Json::Private::MakeSharedNode<FJsonValueString>(StringValue));
 }
 
 void FJsonObject::SetStringField(FString&& FieldName, const TCHAR* StringValue)
 {
-	Values.Add(MoveTemp(FieldName), MakeShared<FJsonValueString>(StringValue));
+	Values.Add(MoveTemp(FieldName), UE::Json::Private::MakeSharedNode<FJsonValueString>(StringValue));
 }
 
 void FJsonObject::SetStringField(const FString& FieldName, const TCHAR* StringValue)
 {
-	Values.Add(FieldName, MakeShared<FJsonValueString>(StringValue));
+	Values.Add(FieldName, UE::Json::Private::MakeSharedNode<FJsonValueString>(StringValue));
 }
 
 bool FJsonObject::GetBoolField(const FString& FieldName) const
@@ -155,12 +156,12 @@ bool FJsonObject::TryGetBoolField(const FString& FieldName, bool& OutBool) const
 
 void FJsonObject::SetBoolField(FString&& FieldName, bool InValue)
 {
-	Values.Add(MoveTemp(FieldName), MakeShared<FJsonValueBoolean>(InValue));
+	Values.Add(MoveTemp(FieldName), UE::Json::Private::MakeSharedNode<FJsonValueBoolean>(InValue));
 }
 
 void FJsonObject::SetBoolField(const FString& FieldName, bool InValue)
 {
-	Values.Add(FieldName, MakeShared<FJsonValueBoolean>(InValue));
+	Values.Add(FieldName, UE::Json::Private::MakeSharedNode<FJsonValueBoolean>(InValue));
 }
 
 const TArray<TSharedPtr<FJsonValue>>& FJsonObject::GetArrayField(const FString& FieldName) const
@@ -182,22 +183,22 @@ bool FJsonObject::TryGetArrayField(const FString& FieldName, const TArray<TShare
 
 void FJsonObject::SetArrayField(FString&& FieldName, TArray<TSharedPtr<FJsonValue>>&& Array)
 {
-	Values.Add(MoveTemp(FieldName), MakeShared<FJsonValueArray>(MoveTemp(Array)));
+	Values.Add(MoveTemp(FieldName), UE::Json::Private::MakeSharedNode<FJsonValueArray>(MoveTemp(Array)));
 }
 
 void FJsonObject::SetArrayField(FString&& FieldName, const TArray<TSharedPtr<FJsonValue>>& Array)
 {
-	Values.Add(MoveTemp(FieldName), MakeShared<FJsonValueArray>(Array));
+	Values.Add(MoveTemp(FieldName), UE::Json::Private::MakeSharedNode<FJsonValueArray>(Array));
 }
 
 void FJsonObject::SetArrayField(const FString& FieldName, TArray<TSharedPtr<FJsonValue>>&& Array)
 {
-	Values.Add(FieldName, MakeShared<FJsonValueArray>(MoveTemp(Array)));
+	Values.Add(FieldName, UE::Json::Private::MakeSharedNode<FJsonValueArray>(MoveTemp(Array)));
 }
 
 void FJsonObject::SetArrayField(const FString& FieldName, const TArray<TSharedPtr<FJsonValue>>& Array)
 {
-	Values.Add(FieldName, MakeShared<FJsonValueArray>(Array));
+	Values.Add(FieldName, UE::Json::Private::MakeSharedNode<FJsonValueArray>(Array));
 }
 
 const TSharedPtr<FJsonObject>& FJsonObject::GetObjectField(const FString& FieldName) const
@@ -222,11 +223,11 @@ void FJsonObject::SetObjectField(FString&& FieldName, const TSharedPtr<FJsonObje
 {
 	if (JsonObject.IsValid())
 	{
-		Values.Add(MoveTemp(FieldName), MakeShared<FJsonValueObject>(JsonObject));
+		Values.Add(MoveTemp(FieldName), UE::Json::Private::MakeSharedNode<FJsonValueObject>(JsonObject));
 	}
 	else
 	{
-		Values.Add(MoveTemp(FieldName), MakeShared<FJsonValueNull>());
+		Values.Add(MoveTemp(FieldName), UE::Json::Private::MakeSharedNode<FJsonValueNull>());
 	}
 }
 

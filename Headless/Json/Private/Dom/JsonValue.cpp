@@ -1,6 +1,7 @@
 #include "Dom/JsonValue.h"
 
 #include "Containers/UnrealString.h"
+#include "Dom/JsonNodeAllocator.h"
 #include "Dom/JsonObject.h"
 #include "Math/UnrealMathUtility.h"
 
@@ -401,7 +402,7 @@ TSharedPtr<FJsonValue> FJsonValue::Duplicate(const TSharedPtr<FJsonValue>& Src)
 		bool bValue = false;
 		if (Src->TryGetBool(bValue))
 		{
-			return MakeShared<FJsonValueBoolean>(bValue);
+			return UE::Json::Private::MakeSharedNode<FJsonValueBoolean>(bValue);
 		}
 		break;
 	}
@@ -410,12 +411,12 @@ TSharedPtr<FJsonValue> FJsonValue::Duplicate(const TSharedPtr<FJsonValue>& Src)
 		double Number = 0.0;
 		if (Src->TryGetNumber(Number))
 		{
-			return MakeShared<FJsonValueNumber>(Number);
+			return UE::Json::Private::MakeSharedNode<FJsonValueNumber>(Number);
 		}
 		FString String;
 		if (Src->TryGetString(String))
 		{
-			return MakeShared<FJsonValueString>(MoveTemp(String));
+			return UE::Json::Private::MakeSharedNode<FJsonValueString>(MoveTemp(String));
 		}
 		break;
 	}
@@ -424,7 +425,7 @@ TSharedPtr<FJsonValue> FJsonValue::Duplicate(const TSharedPtr<FJsonValue>& Src)
 		FString String;
 		if (Src->TryGetString(String))
 		{
-			return MakeShared<FJsonValueString>(MoveTemp(String));
+			return UE::Json::Private::MakeSharedNode<FJsonValueString>(MoveTemp(String));
 		}
 		break;
 	}
@@ -433,9 +434,9 @@ TSharedPtr<FJsonValue> FJsonValue::Duplicate(const TSharedPtr<FJsonValue>& Src)
 		const TSharedPtr<FJsonObject>* Object = nullptr;
 		if (Src->TryGetObject(Object))
 		{
-			TSharedPtr<FJsonObject> NewObject = MakeShared<FJsonObject>();
+			TSharedPtr<FJsonObject> NewObject = UE::Json::Private::MakeSharedNode<FJsonObject>();
 			FJsonObject::Duplicate(*Object, NewObject);
-			return MakeShared<FJsonValueObject>(NewObject);
+			return UE::Json::Private::MakeSharedNode<FJsonValueObject>(NewObject);
 		}
 		break;
 	}
@@ -450,14 +451,14 @@ TSharedPtr<FJsonValue> FJsonValue::Duplicate(const TSharedPtr<FJsonValue>& Src)
 			{
 				NewArray.Add(Duplicate(Element));
 			}
-			return MakeShared<FJsonValueArray>(MoveTemp(NewArray));
+			return UE::Json::Private::MakeSharedNode<FJsonValueArray>(MoveTemp(NewArray));
 		}
 		break;
 	}
 	case EJson::Null:
 		// The engine returns an invalid pointer here, which later crashes its writer; a null
 		// value is what the caller meant.
-		return MakeShared<FJsonValueNull>();
+		return UE::Json::Private::MakeSharedNode<FJsonValueNull>();
 	default:
 		break;
 	}

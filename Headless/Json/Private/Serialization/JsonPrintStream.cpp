@@ -5,8 +5,8 @@
 
 #include <charconv>
 #include <cstdlib>
-#include <limits>
 #include <new>
+#include <limits>
 
 FJsonPrintStream::~FJsonPrintStream()
 {
@@ -15,7 +15,8 @@ FJsonPrintStream::~FJsonPrintStream()
 
 void FJsonPrintStream::Grow(int32 Extra)
 {
-	// Doubling keeps appends amortised constant; a graph read prints megabytes in one go.
+	// Doubling keeps appends amortised constant; a graph read prints megabytes in one go, and
+	// realloc can move a large block by remapping it instead of copying.
 	int64 NewMax = Max > 0 ? static_cast<int64>(Max) * 2 : 256;
 	while (NewMax < static_cast<int64>(Num) + Extra)
 	{

@@ -1,10 +1,12 @@
 #include "Serialization/JsonReader.h"
 
 #include "Containers/UnrealString.h"
+#include "Dom/JsonNodeAllocator.h"
 #include "Dom/JsonObject.h"
 #include "Dom/JsonValue.h"
 
 #include <charconv>
+#include <cstring>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -17,6 +19,8 @@
 #include <rapidjson/encodings.h>
 #include <rapidjson/error/error.h>
 #include <rapidjson/reader.h>
+
+#include <emmintrin.h>
 
 namespace
 {
@@ -34,6 +38,8 @@ namespace
 		}
 
 		Ch Peek() const { return Cursor != End ? *Cursor : Ch(0); }
+		const Ch* Limit() const { return End; }
+		void Skip(size_t Count) { Cursor += Count; }
 		Ch Take() { return Cursor != End ? *Cursor++ : Ch(0); }
 		size_t Tell() const { return static_cast<size_t>(Cursor - Begin); }
 		bool AtEnd() const { return Cursor == End; }
@@ -43,6 +49,7 @@ namespace
 
 		/** Where reading has got to; RapidJSON advances this stream in place, not a copy of it. */
 		const Ch* Current() const { return Cursor; }
+		const Ch* Start() const { return Begin; }
 		void Put(Ch) {}
 		void Flush() {}
 		size_t PutEnd(Ch*) { return 0; }
@@ -53,6 +60,84 @@ namespace
 		const Ch* End;
 	};
 
+}
+
+// RapidJSON copies a string's text one code unit at a time through its general transcoding path.
+// Its hook for copying runs of plain text in bulk has no version for our streams; these give it one.
+// A run ends at a quote, a backslash, a control character or (in UTF-8) any non-ASCII byte, which the
+// general path then handles, so behaviour is unchanged and only the speed differs.
+namespace rapidjson
+{
+	template <>
+	template <>
+	inline void GenericReader<UTF16<char16_t>, UTF16<char16_t>, CrtAllocator>::ScanCopyUnescapedString(
+		TBoundedStream<char16_t>& InStream, StackStream<char16_t>& OutStream)
+	{
+		const char16_t* const Start = InStream.Current();
+		const char16_t* const End = InStream.Limit();
+		const char16_t* Cursor = Start;
+
+		const __m128i Quote = _mm_set1_epi16('"');
+		const __m128i Backslash = _mm_set1_epi16('\\');
+		const __m128i LastControl = _mm_set1_epi16(0x1F);
+		while (End - Cursor >= 8)
+		{
+			const __m128i Units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(Cursor));
+			// A unit is a control character when saturating subtraction of 0x1F leaves zero.
+			const __m128i IsControl = _mm_cmpeq_epi16(_mm_subs_epu16(Units, LastControl), _mm_setzero_si128());
+			const __m128i Stops = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(Units, Quote), _mm_cmpeq_epi16(Units, Backslash)), IsControl);
+			const int Mask = _mm_movemask_epi8(Stops);
+			if (Mask != 0)
+			{
+				Cursor += __builtin_ctz(static_cast<unsigned>(Mask)) / 2;
+				break;
+			}
+			Cursor += 8;
+		}
+		if (End - Cursor < 8)
+		{
+			while (Cursor != End && *Cursor != u'"' && *Cursor != u'\\' && *Cursor >= 0x20)
+			{
+				++Cursor;
+			}
+		}
+
+		const size_t Count = static_cast<size_t>(Cursor - Start);
+		if (Count > 0)
+		{
+			std::memcpy(OutStream.Push(static_cast<SizeType>(Count)), Start, Count * sizeof(char16_t));
+			InStream.Skip(Count);
+		}
+	}
+
+	template <>
+	template <>
+	inline void GenericReader<UTF8<char>, UTF16<char16_t>, CrtAllocator>::ScanCopyUnescapedString(
+		TBoundedStream<char>& InStream, StackStream<char16_t>& OutStream)
+	{
+		const unsigned char* const Start = reinterpret_cast<const unsigned char*>(InStream.Current());
+		const unsigned char* const End = reinterpret_cast<const unsigned char*>(InStream.Limit());
+		const unsigned char* Cursor = Start;
+		while (Cursor != End && *Cursor >= 0x20 && *Cursor < 0x80 && *Cursor != '"' && *Cursor != '\\')
+		{
+			++Cursor;
+		}
+
+		const size_t Count = static_cast<size_t>(Cursor - Start);
+		if (Count > 0)
+		{
+			char16_t* Out = static_cast<char16_t*>(OutStream.Push(static_cast<SizeType>(Count)));
+			for (size_t Index = 0; Index < Count; ++Index)
+			{
+				Out[Index] = Start[Index];
+			}
+			InStream.Skip(Count);
+		}
+	}
+}
+
+namespace
+{
 	enum class EStopReason
 	{
 		None,
@@ -61,25 +146,38 @@ namespace
 		RootNotObject,
 		RootNotArray,
 		UnpairedSurrogate,
+		InvalidText,
 		BadNumber,
 	};
 
-	bool HasUnpairedSurrogate(const char16_t* Chars, size_t Length)
+	/** True if any code unit is a surrogate; a branch-free pass the compiler can vectorise. */
+	bool ContainsSurrogate(const char16_t* Chars, size_t Length)
+	{
+		uint32 Found = 0;
+		for (size_t Index = 0; Index < Length; ++Index)
+		{
+			Found |= (Chars[Index] & 0xF800u) == 0xD800u;
+		}
+		return Found != 0;
+	}
+
+	/** Index of the first surrogate that is not half of a well-formed pair, or -1. */
+	int64 FindUnpairedSurrogate(const char16_t* Chars, size_t Length)
 	{
 		for (size_t Index = 0; Index < Length; ++Index)
 		{
 			const char16_t Char = Chars[Index];
-			if (LIKELY(Char < 0xD800 || Char > 0xDFFF))
+			if (Char < 0xD800 || Char > 0xDFFF)
 			{
 				continue;
 			}
 			if (Char > 0xDBFF || Index + 1 == Length || Chars[Index + 1] < 0xDC00 || Chars[Index + 1] > 0xDFFF)
 			{
-				return true;
+				return static_cast<int64>(Index);
 			}
 			++Index;
 		}
-		return false;
+		return -1;
 	}
 
 	bool IsDigit(uint32 Unit)
@@ -133,15 +231,17 @@ namespace
 		{
 		}
 
-		bool Null() { return AddScalar(std::make_shared<FJsonValueNull>()); }
-		bool Bool(bool bValue) { return AddScalar(std::make_shared<FJsonValueBoolean>(bValue)); }
+		// The literals carry no state and no setter can change them, so every true, false and null
+		// of every document shares one value each; a graph read is half flags.
+		bool Null() { return AddScalar(SharedLiteral(EJson::Null, false)); }
+		bool Bool(bool bValue) { return AddScalar(SharedLiteral(EJson::Boolean, bValue)); }
 
 		// Numbers arrive as text (RawNumber); these serve the handler concept only.
-		bool Int(int Value) { return AddScalar(std::make_shared<FJsonValueNumber>(static_cast<double>(Value))); }
-		bool Uint(unsigned Value) { return AddScalar(std::make_shared<FJsonValueNumber>(static_cast<double>(Value))); }
-		bool Int64(int64_t Value) { return AddScalar(std::make_shared<FJsonValueNumber>(static_cast<double>(Value))); }
-		bool Uint64(uint64_t Value) { return AddScalar(std::make_shared<FJsonValueNumber>(static_cast<double>(Value))); }
-		bool Double(double Value) { return AddScalar(std::make_shared<FJsonValueNumber>(Value)); }
+		bool Int(int Value) { return AddScalar(UE::Json::Private::MakeNode<FJsonValueNumber>(static_cast<double>(Value))); }
+		bool Uint(unsigned Value) { return AddScalar(UE::Json::Private::MakeNode<FJsonValueNumber>(static_cast<double>(Value))); }
+		bool Int64(int64_t Value) { return AddScalar(UE::Json::Private::MakeNode<FJsonValueNumber>(static_cast<double>(Value))); }
+		bool Uint64(uint64_t Value) { return AddScalar(UE::Json::Private::MakeNode<FJsonValueNumber>(static_cast<double>(Value))); }
+		bool Double(double Value) { return AddScalar(UE::Json::Private::MakeNode<FJsonValueNumber>(Value)); }
 
 		bool RawNumber(const Ch*, rapidjson::SizeType Length, bool)
 		{
@@ -161,25 +261,25 @@ namespace
 				{
 					Digits.AppendChar(static_cast<TCHAR>(Text[Index]));
 				}
-				return AddScalar(std::make_shared<FJsonValueNumberString>(MoveTemp(Digits)));
+				return AddScalar(UE::Json::Private::MakeNode<FJsonValueNumberString>(MoveTemp(Digits)));
 			}
-			return AddScalar(std::make_shared<FJsonValueNumber>(ParseNumberText(Text, Length)));
+			return AddScalar(UE::Json::Private::MakeNode<FJsonValueNumber>(ParseNumberText(Text, Length)));
 		}
 
 		bool String(const Ch* Chars, rapidjson::SizeType Length, bool)
 		{
-			if (UNLIKELY(HasUnpairedSurrogate(Chars, Length)))
+			if (UNLIKELY(!AcceptText(Chars, Length)))
 			{
-				return Stop(EStopReason::UnpairedSurrogate);
+				return false;
 			}
-			return AddScalar(std::make_shared<FJsonValueString>(FString(std::u16string_view(Chars, Length))));
+			return AddScalar(UE::Json::Private::MakeNode<FJsonValueString>(FString(std::u16string_view(Chars, Length))));
 		}
 
 		bool Key(const Ch* Chars, rapidjson::SizeType Length, bool)
 		{
-			if (UNLIKELY(HasUnpairedSurrogate(Chars, Length)))
+			if (UNLIKELY(!AcceptText(Chars, Length)))
 			{
-				return Stop(EStopReason::UnpairedSurrogate);
+				return false;
 			}
 			Keys.Emplace(std::u16string_view(Chars, Length));
 			return true;
@@ -194,7 +294,7 @@ namespace
 			const int32 FirstValue = Values.Num() - Count;
 			const int32 FirstKey = Keys.Num() - Count;
 
-			std::shared_ptr<FJsonObject> Object = std::make_shared<FJsonObject>();
+			std::shared_ptr<FJsonObject> Object = UE::Json::Private::MakeNode<FJsonObject>();
 			Object->Values.Reserve(Count);
 			for (int32 Index = 0; Index < Count; ++Index)
 			{
@@ -205,7 +305,7 @@ namespace
 			Values.RemoveAt(FirstValue, Count);
 
 			--Depth;
-			return AddValue(std::make_shared<FJsonValueObject>(TSharedPtr<FJsonObject>::FromStdPtr(MoveTemp(Object))));
+			return AddValue(UE::Json::Private::MakeNode<FJsonValueObject>(TSharedPtr<FJsonObject>::FromStdPtr(MoveTemp(Object))));
 		}
 
 		bool EndArray(rapidjson::SizeType ElementCount)
@@ -222,10 +322,13 @@ namespace
 			Values.RemoveAt(First, Count);
 
 			--Depth;
-			return AddValue(std::make_shared<FJsonValueArray>(MoveTemp(Elements)));
+			return AddValue(UE::Json::Private::MakeNode<FJsonValueArray>(MoveTemp(Elements)));
 		}
 
 		EStopReason GetStopReason() const { return StopReason; }
+
+		/** Where the problem is, when the builder knows better than the reader's position; else -1. */
+		int64 GetStopOffset() const { return StopOffset; }
 
 		TSharedPtr<FJsonValue> TakeRoot()
 		{
@@ -233,6 +336,51 @@ namespace
 		}
 
 	private:
+		/**
+		 * RapidJSON copies UTF-16 text without looking at surrogates, and a \u escape can name half a
+		 * pair in either encoding, so every string is checked here. Most hold no surrogate at all,
+		 * which one quick pass establishes.
+		 */
+		bool AcceptText(const Ch* Chars, rapidjson::SizeType Length)
+		{
+			if (LIKELY(!ContainsSurrogate(Chars, Length)))
+			{
+				return true;
+			}
+			const int64 Bad = FindUnpairedSurrogate(Chars, Length);
+			if (Bad < 0)
+			{
+				return true;
+			}
+			if (const auto* OpeningQuote = FindOpeningQuoteOfPlainString(Length))
+			{
+				// Without escapes the string maps one to one onto its source: point at the culprit.
+				StopOffset = static_cast<int64>(OpeningQuote + 1 + Bad - Stream.Start());
+				return Stop(EStopReason::InvalidText);
+			}
+			return Stop(EStopReason::UnpairedSurrogate);
+		}
+
+		/**
+		 * The opening quote of the string just read if it had no escapes (and, in UTF-8, no
+		 * non-ASCII text), else null. The string ends at the stream's position; the source unit
+		 * Length + 1 before its closing quote is its opening quote exactly in that case, because a
+		 * quote inside a string is always escaped and an opening quote never follows a backslash.
+		 */
+		const typename StreamType::Ch* FindOpeningQuoteOfPlainString(rapidjson::SizeType Length) const
+		{
+			const auto* ClosingQuote = Stream.Current() - 1;
+			if (ClosingQuote - Stream.Start() > static_cast<std::ptrdiff_t>(Length))
+			{
+				const auto* OpeningQuote = ClosingQuote - Length - 1;
+				if (*OpeningQuote == '"' && (OpeningQuote == Stream.Start() || OpeningQuote[-1] != '\\'))
+				{
+					return OpeningQuote;
+				}
+			}
+			return nullptr;
+		}
+
 		bool Stop(EStopReason Reason)
 		{
 			StopReason = Reason;
@@ -250,6 +398,14 @@ namespace
 				return Stop(EStopReason::TooDeep);
 			}
 			return true;
+		}
+
+		static std::shared_ptr<FJsonValue> SharedLiteral(EJson Kind, bool bValue)
+		{
+			static const std::shared_ptr<FJsonValue> Null = std::make_shared<FJsonValueNull>();
+			static const std::shared_ptr<FJsonValue> True = std::make_shared<FJsonValueBoolean>(true);
+			static const std::shared_ptr<FJsonValue> False = std::make_shared<FJsonValueBoolean>(false);
+			return Kind == EJson::Null ? Null : (bValue ? True : False);
 		}
 
 		template <typename ValueType>
@@ -275,6 +431,7 @@ namespace
 		EJson ExpectedRoot;
 		int32 Depth = 0;
 		EStopReason StopReason = EStopReason::None;
+		int64 StopOffset = -1;
 		bool bNumbersAsStrings;
 	};
 
@@ -346,7 +503,7 @@ namespace
 		}
 	}
 
-	FString DescribeStop(EStopReason Reason)
+	FString DescribeStop(EStopReason Reason, const TCHAR* InvalidEncodingMessage)
 	{
 		switch (Reason)
 		{
@@ -359,7 +516,9 @@ namespace
 		case EStopReason::RootNotArray:
 			return TEXT("Expected an array at the top level, found an object.");
 		case EStopReason::UnpairedSurrogate:
-			return TEXT("A string holds an escaped surrogate without its pair.");
+			return TEXT("A string holds a surrogate without its pair.");
+		case EStopReason::InvalidText:
+			return InvalidEncodingMessage;
 		case EStopReason::BadNumber:
 			return TEXT("Malformed number.");
 		default:
@@ -414,7 +573,9 @@ bool TJsonReader<CharType>::ReadRootValue(EJson ExpectedRoot, bool bStoreNumbers
 
 	TDomBuilder<TBoundedStream<FUnit>> Builder(Stream, ExpectedRoot, bStoreNumbersAsStrings);
 	rapidjson::GenericReader<typename FEncoding::Type, rapidjson::UTF16<char16_t>> Reader;
-	constexpr unsigned Flags = rapidjson::kParseValidateEncodingFlag | rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+	// Decoding UTF-8 already refuses malformed input, and UTF-16 surrogates are checked by the
+	// builder, so RapidJSON's slower validating copy is not needed.
+	constexpr unsigned Flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
 	const rapidjson::ParseResult Result = Reader.template Parse<Flags>(Stream, Builder);
 
 	if (Result.IsError())
@@ -437,7 +598,11 @@ bool TJsonReader<CharType>::ReadRootValue(EJson ExpectedRoot, bool bStoreNumbers
 					++Where;
 				}
 			}
-			SetError(DescribeStop(Reason), Where);
+			if (Builder.GetStopOffset() >= 0)
+			{
+				Where = static_cast<int32>(Builder.GetStopOffset());
+			}
+			SetError(DescribeStop(Reason, FEncoding::InvalidEncodingMessage()), Where);
 		}
 		else if (Result.Code() == rapidjson::kParseErrorDocumentEmpty && Offset < SourceLength)
 		{

@@ -60,7 +60,6 @@ public:
 
 	const TCHAR* GetData() const { return Data; }
 	int32 Len() const { return Num; }
-	void Reset() { Num = 0; }
 
 	/** Replaces Out's text with what was written so far. */
 	JSON_API void CopyTo(FString& Out) const;

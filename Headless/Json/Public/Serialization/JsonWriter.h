@@ -421,6 +421,7 @@ public:
 		return MakeShareable(new TJsonStringWriter(InStream, InitialIndent));
 	}
 
+	/** Puts everything written so far into the string given at creation, replacing its text. */
 	virtual bool Close() override
 	{
 		if (OutString)
