@@ -366,6 +366,7 @@ TEST(MathUtility, ScalarHelpers)
 	EXPECT_DOUBLE_EQ(FMath::Fmod(-7.0, 3.0), -1.0);
 	EXPECT_EQ(FMath::Fmod(5.5, 0.0), 0.0); // no NaN from a zero divisor
 	EXPECT_DOUBLE_EQ(FMath::Pow(2.0, 10.0), 1024.0);
+	EXPECT_DOUBLE_EQ(FMath::Sqrt(16), 4.0);
 	EXPECT_DOUBLE_EQ(FMath::Loge(FMath::Exp(2.0)), 2.0);
 	EXPECT_DOUBLE_EQ(FMath::RadiansToDegrees(UE_DOUBLE_PI), 180.0);
 	EXPECT_DOUBLE_EQ(FMath::DegreesToRadians(90.0), UE_DOUBLE_HALF_PI);

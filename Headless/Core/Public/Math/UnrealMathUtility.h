@@ -333,6 +333,9 @@ struct FMath
 
 	[[nodiscard]] static float Sqrt(float Value) { return std::sqrt(Value); }
 	[[nodiscard]] static double Sqrt(double Value) { return std::sqrt(Value); }
+	/** Integers are taken as doubles rather than being ambiguous between the two overloads. */
+	template <typename T> requires std::is_integral_v<T>
+	[[nodiscard]] static double Sqrt(T Value) { return std::sqrt(double(Value)); }
 	[[nodiscard]] static float InvSqrt(float Value) { return 1.0f / std::sqrt(Value); }
 	[[nodiscard]] static double InvSqrt(double Value) { return 1.0 / std::sqrt(Value); }
 	[[nodiscard]] static float Pow(float A, float B) { return std::pow(A, B); }
