@@ -279,65 +279,27 @@ public:
 	template <typename PredicateType>
 	void ValueStableSort(const PredicateType& Predicate) { ValueSort(Predicate); }
 
-	template <bool bConst>
-	class TBaseIterator
+	// Map iterators add Key() and Value() to the storage walk.
+	template <typename StorageType, typename PairRefType, typename ValueRefType>
+	class TBaseIterator : public UE::Core::Private::TSparseStorageIterator<StorageType, PairRefType>
 	{
-		using MapType = std::conditional_t<bConst, const TMap, TMap>;
-		using PairRefType = std::conditional_t<bConst, const ElementType&, ElementType&>;
-		using ValueRefType = std::conditional_t<bConst, const ValueType&, ValueType&>;
+		using Super = UE::Core::Private::TSparseStorageIterator<StorageType, PairRefType>;
 
 	public:
-		TBaseIterator(MapType& InMap, int32 StartIndex)
-			: Map(&InMap), Index(StartIndex)
-		{
-			SkipHoles();
-		}
-
-		TBaseIterator& operator++()
-		{
-			++Index;
-			SkipHoles();
-			return *this;
-		}
-
-		PairRefType operator*() const { return Map->Storage.At(Index); }
-		auto operator->() const { return &Map->Storage.At(Index); }
-		explicit operator bool() const { return Index < Map->Storage.GetMaxIndex(); }
-		bool operator==(const TBaseIterator& Other) const { return Index == Other.Index; }
-		bool operator!=(const TBaseIterator& Other) const { return Index != Other.Index; }
-
-		const KeyType& Key() const { return Map->Storage.At(Index).Key; }
-		ValueRefType Value() const { return Map->Storage.At(Index).Value; }
-
-		// Valid during iteration: the freed slot is behind the iterator.
-		void RemoveCurrent()
-		{
-			static_assert(!bConst, "Cannot remove through a const iterator");
-			Map->Storage.RemoveAtIndex(Index);
-		}
-
-	private:
-		void SkipHoles()
-		{
-			while (Index < Map->Storage.GetMaxIndex() && !Map->Storage.IsValidIndex(Index))
-			{
-				++Index;
-			}
-		}
-
-		MapType* Map;
-		int32 Index;
+		using Super::Super;
+		const KeyType& Key() const { return (**this).Key; }
+		ValueRefType Value() const { return (**this).Value; }
 	};
 
-	using TIterator = TBaseIterator<false>;
-	using TConstIterator = TBaseIterator<true>;
+	using TIterator = TBaseIterator<FStorage, ElementType&, ValueType&>;
+	using TConstIterator = TBaseIterator<const FStorage, const ElementType&, const ValueType&>;
 
-	TIterator CreateIterator() { return TIterator(*this, 0); }
-	TConstIterator CreateConstIterator() const { return TConstIterator(*this, 0); }
-	TIterator begin() { return TIterator(*this, 0); }
-	TIterator end() { return TIterator(*this, Storage.GetMaxIndex()); }
-	TConstIterator begin() const { return TConstIterator(*this, 0); }
-	TConstIterator end() const { return TConstIterator(*this, Storage.GetMaxIndex()); }
+	TIterator CreateIterator() { return TIterator(Storage, 0); }
+	TConstIterator CreateConstIterator() const { return TConstIterator(Storage, 0); }
+	TIterator begin() { return TIterator(Storage, 0); }
+	TIterator end() { return TIterator(Storage, Storage.GetMaxIndex()); }
+	TConstIterator begin() const { return TConstIterator(Storage, 0); }
+	TConstIterator end() const { return TConstIterator(Storage, Storage.GetMaxIndex()); }
 
 	// Equal when both hold the same keys with equal values, in any order, as the engine's OrderIndependentCompareEqual.
 	bool OrderIndependentCompareEqual(const TMap& Other) const

@@ -193,62 +193,15 @@ public:
 		return true;
 	}
 
-	template <bool bConst>
-	class TBaseIterator
-	{
-		using SetType = std::conditional_t<bConst, const TSet, TSet>;
-		using RefType = std::conditional_t<bConst, const ElementType&, ElementType&>;
+	using TIterator = UE::Core::Private::TSparseStorageIterator<FStorage, ElementType&>;
+	using TConstIterator = UE::Core::Private::TSparseStorageIterator<const FStorage, const ElementType&>;
 
-	public:
-		TBaseIterator(SetType& InSet, int32 StartIndex)
-			: Set(&InSet), Index(StartIndex)
-		{
-			SkipHoles();
-		}
-
-		TBaseIterator& operator++()
-		{
-			++Index;
-			SkipHoles();
-			return *this;
-		}
-
-		RefType operator*() const { return Set->Storage.At(Index); }
-		auto operator->() const { return &Set->Storage.At(Index); }
-		explicit operator bool() const { return Index < Set->Storage.GetMaxIndex(); }
-		bool operator==(const TBaseIterator& Other) const { return Index == Other.Index; }
-		bool operator!=(const TBaseIterator& Other) const { return Index != Other.Index; }
-		FSetElementId GetId() const { return FSetElementId::FromInteger(Index); }
-
-		// Valid during iteration: the freed slot is behind the iterator.
-		void RemoveCurrent()
-		{
-			static_assert(!bConst, "Cannot remove through a const iterator");
-			Set->Storage.RemoveAtIndex(Index);
-		}
-
-	private:
-		void SkipHoles()
-		{
-			while (Index < Set->Storage.GetMaxIndex() && !Set->Storage.IsValidIndex(Index))
-			{
-				++Index;
-			}
-		}
-
-		SetType* Set;
-		int32 Index;
-	};
-
-	using TIterator = TBaseIterator<false>;
-	using TConstIterator = TBaseIterator<true>;
-
-	TIterator CreateIterator() { return TIterator(*this, 0); }
-	TConstIterator CreateConstIterator() const { return TConstIterator(*this, 0); }
-	TIterator begin() { return TIterator(*this, 0); }
-	TIterator end() { return TIterator(*this, Storage.GetMaxIndex()); }
-	TConstIterator begin() const { return TConstIterator(*this, 0); }
-	TConstIterator end() const { return TConstIterator(*this, Storage.GetMaxIndex()); }
+	TIterator CreateIterator() { return TIterator(Storage, 0); }
+	TConstIterator CreateConstIterator() const { return TConstIterator(Storage, 0); }
+	TIterator begin() { return TIterator(Storage, 0); }
+	TIterator end() { return TIterator(Storage, Storage.GetMaxIndex()); }
+	TConstIterator begin() const { return TConstIterator(Storage, 0); }
+	TConstIterator end() const { return TConstIterator(Storage, Storage.GetMaxIndex()); }
 
 	// Equal when each holds the same elements, in any order.
 	bool operator==(const TSet& Other) const { return Num() == Other.Num() && Includes(Other); }

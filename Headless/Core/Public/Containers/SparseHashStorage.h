@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <new>
+#include <type_traits>
 #include <vector>
 
 // Identifies an element of a TSet by its slot, as the engine's FSetElementId does.
@@ -351,5 +352,50 @@ namespace UE::Core::Private
 		int32 FirstFree = INDEX_NONE;
 		int32 NumFree = 0;
 		int32 NumElements = 0;
+	};
+
+	// Walks the occupied slots of a storage in slot order; TSet and TMap build their iterators on it.
+	template <typename StorageType, typename ElementRefType>
+	class TSparseStorageIterator
+	{
+	public:
+		TSparseStorageIterator(StorageType& InStorage, int32 StartIndex)
+			: Storage(&InStorage), Index(StartIndex)
+		{
+			SkipHoles();
+		}
+
+		TSparseStorageIterator& operator++()
+		{
+			++Index;
+			SkipHoles();
+			return *this;
+		}
+
+		ElementRefType operator*() const { return Storage->At(Index); }
+		auto operator->() const { return &Storage->At(Index); }
+		explicit operator bool() const { return Index < Storage->GetMaxIndex(); }
+		bool operator==(const TSparseStorageIterator& Other) const { return Index == Other.Index; }
+		bool operator!=(const TSparseStorageIterator& Other) const { return Index != Other.Index; }
+		FSetElementId GetId() const { return FSetElementId::FromInteger(Index); }
+
+		// Valid during iteration: the freed slot is behind the iterator.
+		void RemoveCurrent()
+		{
+			static_assert(!std::is_const_v<StorageType>, "Cannot remove through a const iterator");
+			Storage->RemoveAtIndex(Index);
+		}
+
+	private:
+		void SkipHoles()
+		{
+			while (Index < Storage->GetMaxIndex() && !Storage->IsValidIndex(Index))
+			{
+				++Index;
+			}
+		}
+
+		StorageType* Storage;
+		int32 Index;
 	};
 }
