@@ -5,6 +5,7 @@
 #include "Dom/JsonObject.h"
 #include "Math/UnrealMathUtility.h"
 
+#include <cmath>
 #include <limits>
 
 namespace
@@ -40,7 +41,9 @@ namespace
 			return false;
 		}
 
-		const double Rounded = FMath::RoundHalfFromZero(Double);
+		// The engine's FMath::RoundHalfFromZero (5.x) splits off the fraction with modf and compares it
+		// with exactly one half, which is std::round.
+		const double Rounded = std::round(Double);
 		OutNumber = static_cast<IntType>(Rounded);
 		return true;
 	}

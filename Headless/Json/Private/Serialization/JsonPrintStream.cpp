@@ -1,6 +1,7 @@
 #include "Policies/JsonPrintPolicy.h"
 
 #include "Containers/UnrealString.h"
+#include "Serialization/JsonTextScan.h"
 #include "Serialization/JsonWriter.h"
 
 #include <charconv>
@@ -45,28 +46,21 @@ void FJsonPrintStream::WriteAscii(const char* Chars, int32 Count)
 	Num += Count;
 }
 
-namespace
-{
-	FORCEINLINE bool NeedsEscape(TCHAR Char)
-	{
-		return Char < 0x20 || Char == TCHAR('"') || Char == TCHAR('\\');
-	}
-}
-
 void FJsonPrintStream::WriteEscaped(const TCHAR* Chars, int32 Count)
 {
-	int32 RunStart = 0;
-	for (int32 Index = 0; Index < Count; ++Index)
+	const TCHAR* Cursor = Chars;
+	const TCHAR* const End = Chars + Count;
+	while (true)
 	{
-		const TCHAR Char = Chars[Index];
-		if (LIKELY(!NeedsEscape(Char)))
+		const int32 Run = static_cast<int32>(UE::Json::Private::PlainTextRunLength(Cursor, End));
+		Write(Cursor, Run);
+		Cursor += Run;
+		if (Cursor == End)
 		{
-			continue;
+			return;
 		}
-		Write(Chars + RunStart, Index - RunStart);
-		RunStart = Index + 1;
 
-		switch (Char)
+		switch (const TCHAR Char = *Cursor++)
 		{
 		case TCHAR('"'): WriteAscii("\\\"", 2); break;
 		case TCHAR('\\'): WriteAscii("\\\\", 2); break;
@@ -84,7 +78,6 @@ void FJsonPrintStream::WriteEscaped(const TCHAR* Chars, int32 Count)
 		}
 		}
 	}
-	Write(Chars + RunStart, Count - RunStart);
 }
 
 void FJsonPrintStream::WriteDouble(double Value)

@@ -4,6 +4,7 @@
 #include "Dom/JsonNodeAllocator.h"
 #include "Dom/JsonObject.h"
 #include "Dom/JsonValue.h"
+#include "Serialization/JsonTextScan.h"
 
 #include <charconv>
 #include <cstring>
@@ -74,35 +75,7 @@ namespace rapidjson
 		TBoundedStream<char16_t>& InStream, StackStream<char16_t>& OutStream)
 	{
 		const char16_t* const Start = InStream.Current();
-		const char16_t* const End = InStream.Limit();
-		const char16_t* Cursor = Start;
-
-		const __m128i Quote = _mm_set1_epi16('"');
-		const __m128i Backslash = _mm_set1_epi16('\\');
-		const __m128i LastControl = _mm_set1_epi16(0x1F);
-		while (End - Cursor >= 8)
-		{
-			const __m128i Units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(Cursor));
-			// A unit is a control character when saturating subtraction of 0x1F leaves zero.
-			const __m128i IsControl = _mm_cmpeq_epi16(_mm_subs_epu16(Units, LastControl), _mm_setzero_si128());
-			const __m128i Stops = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(Units, Quote), _mm_cmpeq_epi16(Units, Backslash)), IsControl);
-			const int Mask = _mm_movemask_epi8(Stops);
-			if (Mask != 0)
-			{
-				Cursor += __builtin_ctz(static_cast<unsigned>(Mask)) / 2;
-				break;
-			}
-			Cursor += 8;
-		}
-		if (End - Cursor < 8)
-		{
-			while (Cursor != End && *Cursor != u'"' && *Cursor != u'\\' && *Cursor >= 0x20)
-			{
-				++Cursor;
-			}
-		}
-
-		const size_t Count = static_cast<size_t>(Cursor - Start);
+		const size_t Count = static_cast<size_t>(UE::Json::Private::PlainTextRunLength(Start, InStream.Limit()));
 		if (Count > 0)
 		{
 			std::memcpy(OutStream.Push(static_cast<SizeType>(Count)), Start, Count * sizeof(char16_t));
@@ -150,15 +123,24 @@ namespace
 		BadNumber,
 	};
 
-	/** True if any code unit is a surrogate; a branch-free pass the compiler can vectorise. */
+	/** True if any code unit is a surrogate; eight units at a time. */
 	bool ContainsSurrogate(const char16_t* Chars, size_t Length)
 	{
-		uint32 Found = 0;
-		for (size_t Index = 0; Index < Length; ++Index)
+		const __m128i SurrogateBits = _mm_set1_epi16(static_cast<short>(0xF800));
+		const __m128i Surrogate = _mm_set1_epi16(static_cast<short>(0xD800));
+		__m128i Found = _mm_setzero_si128();
+		size_t Index = 0;
+		for (; Index + 8 <= Length; Index += 8)
 		{
-			Found |= (Chars[Index] & 0xF800u) == 0xD800u;
+			const __m128i Units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(Chars + Index));
+			Found = _mm_or_si128(Found, _mm_cmpeq_epi16(_mm_and_si128(Units, SurrogateBits), Surrogate));
 		}
-		return Found != 0;
+		uint32 Tail = 0;
+		for (; Index < Length; ++Index)
+		{
+			Tail |= (Chars[Index] & 0xF800u) == 0xD800u;
+		}
+		return Tail != 0 || _mm_movemask_epi8(Found) != 0;
 	}
 
 	/** Index of the first surrogate that is not half of a well-formed pair, or -1. */

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "CoreMinimal.h"
+
+#include <emmintrin.h>
+
+namespace UE::Json::Private
+{
+	/**
+	 * Length of the run of plain string text at Begin: text that needs no escape in JSON, which ends
+	 * at a quote, a backslash or a control character (below U+0020). The reader copies such runs in
+	 * bulk and the writer prints them unchanged; eight UTF-16 units are tested at a time.
+	 */
+	inline int64 PlainTextRunLength(const TCHAR* Begin, const TCHAR* End)
+	{
+		const TCHAR* Cursor = Begin;
+		const __m128i Quote = _mm_set1_epi16('"');
+		const __m128i Backslash = _mm_set1_epi16('\\');
+		const __m128i LastControl = _mm_set1_epi16(0x1F);
+		while (End - Cursor >= 8)
+		{
+			const __m128i Units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(Cursor));
+			// A unit is a control character when subtracting 0x1F with saturation leaves zero.
+			const __m128i IsControl = _mm_cmpeq_epi16(_mm_subs_epu16(Units, LastControl), _mm_setzero_si128());
+			const __m128i Stops = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(Units, Quote), _mm_cmpeq_epi16(Units, Backslash)), IsControl);
+			const int Mask = _mm_movemask_epi8(Stops);
+			if (Mask != 0)
+			{
+				return (Cursor - Begin) + __builtin_ctz(static_cast<unsigned>(Mask)) / 2;
+			}
+			Cursor += 8;
+		}
+		while (Cursor != End && *Cursor != TCHAR('"') && *Cursor != TCHAR('\\') && *Cursor >= 0x20)
+		{
+			++Cursor;
+		}
+		return Cursor - Begin;
+	}
+}
