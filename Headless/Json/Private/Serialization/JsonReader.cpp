@@ -39,28 +39,27 @@ namespace
 		}
 
 		Ch Peek() const { return Cursor != End ? *Cursor : Ch(0); }
-		const Ch* Limit() const { return End; }
-		void Skip(size_t Count) { Cursor += Count; }
 		Ch Take() { return Cursor != End ? *Cursor++ : Ch(0); }
 		size_t Tell() const { return static_cast<size_t>(Cursor - Begin); }
-		bool AtEnd() const { return Cursor == End; }
 
 		// Writing is only used by in-place parsing, which we do not ask for.
 		Ch* PutBegin() { return nullptr; }
+		void Put(Ch) {}
+		void Flush() {}
+		size_t PutEnd(Ch*) { return 0; }
 
 		/** Where reading has got to; RapidJSON advances this stream in place, not a copy of it. */
 		const Ch* Current() const { return Cursor; }
 		const Ch* Start() const { return Begin; }
-		void Put(Ch) {}
-		void Flush() {}
-		size_t PutEnd(Ch*) { return 0; }
+		const Ch* Limit() const { return End; }
+		bool AtEnd() const { return Cursor == End; }
+		void Skip(size_t Count) { Cursor += Count; }
 
 	private:
 		const Ch* Begin;
 		const Ch* Cursor;
 		const Ch* End;
 	};
-
 }
 
 // RapidJSON copies a string's text one code unit at a time through its general transcoding path.
@@ -325,7 +324,9 @@ namespace
 		 */
 		bool AcceptText(const Ch* Chars, rapidjson::SizeType Length)
 		{
-			if (LIKELY(!ContainsSurrogate(Chars, Length)))
+			// Decoded UTF-8 only yields surrogates in pairs, so there a string without escapes is fine.
+			constexpr bool bSourceIsUtf8 = sizeof(typename StreamType::Ch) == 1;
+			if ((bSourceIsUtf8 && FindOpeningQuoteOfPlainString(Length)) || LIKELY(!ContainsSurrogate(Chars, Length)))
 			{
 				return true;
 			}
