@@ -1,0 +1,26 @@
+#pragma once
+
+// Everything commonly used from the object system, as the engine's CoreUObject.h gathers it.
+
+#include "CoreMinimal.h"
+#include "UObject/ObjectMacros.h"
+#include "UObject/Object.h"
+#include "UObject/Class.h"
+#include "UObject/Field.h"
+#include "UObject/UnrealType.h"
+#include "UObject/TextProperty.h"
+#include "UObject/EnumProperty.h"
+#include "UObject/FieldIterator.h"
+#include "UObject/UObjectGlobals.h"
+#include "UObject/UObjectIterator.h"
+#include "UObject/UObjectHash.h"
+#include "UObject/Package.h"
+#include "UObject/Interface.h"
+#include "UObject/ScriptInterface.h"
+#include "UObject/WeakObjectPtr.h"
+#include "UObject/ObjectPtr.h"
+#include "UObject/SoftObjectPath.h"
+#include "UObject/SoftObjectPtr.h"
+#include "UObject/TopLevelAssetPath.h"
+#include "Templates/Casts.h"
+#include "Templates/SubclassOf.h"
