@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 using namespace JsonTest;
 
 TEST(JsonObject, FieldsKeepInsertionOrder)
@@ -100,6 +102,9 @@ TEST(JsonObject, GettersOnFieldsOfOtherKinds)
 	EXPECT_EQ(Object->GetNumberField(TEXT("d")), 12.0);
 	EXPECT_EQ(Object->GetNumberField(TEXT("b")), 1.0);
 	EXPECT_EQ(Object->GetIntegerField(TEXT("n")), 12);
+	EXPECT_EQ(Object->GetIntegerField(TEXT("neg")), -1);
+	EXPECT_EQ(ParseObject(R"({"big":1e20,"low":-2.9})")->GetIntegerField(TEXT("big")), std::numeric_limits<int32>::min());
+	EXPECT_EQ(ParseObject(R"({"big":1e20,"low":-2.9})")->GetIntegerField(TEXT("low")), -2);
 	EXPECT_FALSE(Object->GetBoolField(TEXT("s")));
 	EXPECT_TRUE(Object->GetBoolField(TEXT("n")));
 	EXPECT_EQ(Object->GetArrayField(TEXT("s")).Num(), 0);

@@ -2,6 +2,7 @@
 
 #include "Containers/UnrealString.h"
 #include "Dom/JsonNodeAllocator.h"
+#include "Math/UnrealMathUtility.h"
 
 TSharedPtr<FJsonValue> FJsonObject::GetField(const FString& FieldName, EJson JsonType) const
 {
@@ -49,6 +50,11 @@ void FJsonObject::RemoveField(const FString& FieldName)
 double FJsonObject::GetNumberField(const FString& FieldName) const
 {
 	return GetField<EJson::None>(FieldName)->AsNumber();
+}
+
+int32 FJsonObject::GetIntegerField(const FString& FieldName) const
+{
+	return FMath::TruncToInt32(GetNumberField(FieldName));
 }
 
 namespace

@@ -47,11 +47,11 @@ public:
 
 	JSON_API double GetNumberField(const FString& FieldName) const;
 
-	/** The number truncated toward zero, as a plain cast does. */
-	int32 GetIntegerField(const FString& FieldName) const
-	{
-		return static_cast<int32>(GetNumberField(FieldName));
-	}
+	/**
+	 * The number truncated toward zero, as the engine's cast does; a value outside int32 (or NaN)
+	 * gives INT32_MIN, what that cast yields on x64, instead of undefined behaviour.
+	 */
+	JSON_API int32 GetIntegerField(const FString& FieldName) const;
 
 	// The integer forms round half away from zero and fail when the value is out of the type's range.
 	JSON_API bool TryGetNumberField(const FString& FieldName, float& OutNumber) const;
