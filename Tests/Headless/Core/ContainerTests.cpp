@@ -94,6 +94,21 @@ TEST(ArrayTest, AddInsertRemoveKeepOrderAndReturnIndices)
 	EXPECT_EQ(Array.Find(21), INDEX_NONE);
 }
 
+TEST(ArrayTest, GetRefAddersReturnTheElementAfterGrowing)
+{
+	TArray<std::string> Array;
+	for (int32 Index = 0; Index < 40; ++Index)
+	{
+		std::string& Added = (Index % 3 == 0) ? Array.Add_GetRef(std::to_string(Index))
+			: (Index % 3 == 1) ? Array.Emplace_GetRef(std::to_string(Index))
+			: Array.AddDefaulted_GetRef();
+		Added += "!";
+		EXPECT_EQ(&Added, &Array.Last());
+	}
+	EXPECT_EQ(Array[0], "0!");
+	EXPECT_EQ(Array[2], "!");
+}
+
 TEST(ArrayTest, RemoveAtSwapFillsHoleFromTheTail)
 {
 	TArray<int32> Array{0, 1, 2, 3, 4, 5};

@@ -272,7 +272,9 @@ TEST(MathUtility, RoundingModes)
 		{ -2.5, -2, -2, -3, -2, -3, -2, -2 },
 		{ -3.5, -3, -4, -4, -3, -4, -3, -3 },
 		{ -2.6, -3, -3, -3, -3, -3, -2, -2 },
-		{ 0.49999999999, 0, 0, 1, 0, 0, 1, 0 }, // within UE_SMALL_NUMBER of a half: the half-rules treat it as 0.5
+		// Within UE_SMALL_NUMBER of a half: only RoundHalfToEven snaps it to 0.5; the from/to-zero rules
+		// look at the exact fraction, as the 5.x engine does.
+		{ 0.49999999999, 0, 0, 0, 0, 0, 1, 0 },
 		{ -0.5, 0, -0.0, -1, -0.0, -1, 0, 0 },
 	};
 	for (const FCase& Case : Cases)
@@ -286,6 +288,9 @@ TEST(MathUtility, RoundingModes)
 		EXPECT_EQ(FMath::CeilToInt(Case.Value), Case.Ceil);
 		EXPECT_EQ(FMath::TruncToInt(Case.Value), Case.Trunc);
 	}
+	// The exact-fraction rules leave the largest exact integer of a double alone.
+	EXPECT_EQ(FMath::RoundHalfFromZero(9007199254740991.0), 9007199254740991.0);
+	EXPECT_EQ(FMath::RoundHalfToZero(-9007199254740991.0), -9007199254740991.0);
 	EXPECT_EQ(FMath::RoundToInt32(2.5f), 3);
 	EXPECT_EQ(FMath::RoundToInt32(-2.5f), -2);
 	EXPECT_EQ(FMath::RoundToFloat(2.5f), 3.0f);

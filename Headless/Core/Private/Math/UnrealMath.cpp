@@ -99,29 +99,29 @@ double FMath::RoundHalfToEven(double F)
 	return RoundHalfToEvenImpl(F);
 }
 
-float FMath::RoundHalfFromZero(float F)
+namespace
 {
-	F = TruncateToHalfIfClose(F);
-	return (F < 0.0f) ? CeilToFloat(F - 0.5f) : FloorToFloat(F + 0.5f);
+	// Decides on the exact fractional part, so values a hair below one half are never pulled up
+	// and large integers pass through unchanged.
+	template <typename FloatType>
+	FloatType RoundHalf(FloatType F, bool bHalfAwayFromZero)
+	{
+		FloatType Whole;
+		const FloatType Fraction = std::modf(F, &Whole);
+		const FloatType Magnitude = std::fabs(Fraction);
+		const bool bAway = bHalfAwayFromZero ? Magnitude >= FloatType(0.5) : Magnitude > FloatType(0.5);
+		if (!bAway)
+		{
+			return Whole;
+		}
+		return Whole + (F < FloatType(0) ? FloatType(-1) : FloatType(1));
+	}
 }
 
-double FMath::RoundHalfFromZero(double F)
-{
-	F = TruncateToHalfIfClose(F);
-	return (F < 0.0) ? CeilToDouble(F - 0.5) : FloorToDouble(F + 0.5);
-}
-
-float FMath::RoundHalfToZero(float F)
-{
-	F = TruncateToHalfIfClose(F);
-	return (F < 0.0f) ? FloorToFloat(F + 0.5f) : CeilToFloat(F - 0.5f);
-}
-
-double FMath::RoundHalfToZero(double F)
-{
-	F = TruncateToHalfIfClose(F);
-	return (F < 0.0) ? FloorToDouble(F + 0.5) : CeilToDouble(F - 0.5);
-}
+float FMath::RoundHalfFromZero(float F) { return RoundHalf(F, true); }
+double FMath::RoundHalfFromZero(double F) { return RoundHalf(F, true); }
+float FMath::RoundHalfToZero(float F) { return RoundHalf(F, false); }
+double FMath::RoundHalfToZero(double F) { return RoundHalf(F, false); }
 
 namespace
 {

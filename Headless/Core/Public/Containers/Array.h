@@ -155,13 +155,15 @@ public:
 	template <typename... ArgsType>
 	ElementType& Emplace_GetRef(ArgsType&&... Args)
 	{
-		return Data[Emplace(Forward<ArgsType>(Args)...)];
+		// Index first: the call may reallocate Data.
+		const int32 Index = Emplace(Forward<ArgsType>(Args)...);
+		return Data[Index];
 	}
 
 	int32 Add(const ElementType& Item) { return Emplace(Item); }
 	int32 Add(ElementType&& Item) { return Emplace(MoveTemp(Item)); }
-	ElementType& Add_GetRef(const ElementType& Item) { return Data[Emplace(Item)]; }
-	ElementType& Add_GetRef(ElementType&& Item) { return Data[Emplace(MoveTemp(Item))]; }
+	ElementType& Add_GetRef(const ElementType& Item) { return Emplace_GetRef(Item); }
+	ElementType& Add_GetRef(ElementType&& Item) { return Emplace_GetRef(MoveTemp(Item)); }
 
 	int32 AddUnique(const ElementType& Item)
 	{
@@ -188,7 +190,11 @@ public:
 		return First;
 	}
 
-	ElementType& AddDefaulted_GetRef() { return Data[AddDefaulted(1)]; }
+	ElementType& AddDefaulted_GetRef()
+	{
+		const int32 Index = AddDefaulted(1);
+		return Data[Index];
+	}
 
 	int32 AddZeroed(int32 Count = 1)
 	{
