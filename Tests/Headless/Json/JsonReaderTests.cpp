@@ -73,6 +73,8 @@ TEST(JsonReader, MalformedInputFailsWithMessage)
 		{"low surrogate escape in a name", U16(R"({"\uDC00":1})"), "surrogate without its pair", 1, 10},
 		{"raw lone high surrogate", u"{\"a\":\"x\xD800y\"}", "invalid UTF-16", 1, 8},
 		{"raw lone low surrogate", u"{\"a\":\"\xDC00\"}", "invalid UTF-16", 1, 7},
+		{"raw lone surrogate in long text", u"{\"a\":\"abcdefghijkl\xDC00mnopqrstuvwxyz\"}", "invalid UTF-16", 1, 19},
+		{"reversed pair in long text", u"{\"abcdefghijklmnop\xDE00\xD83D\":1}", "invalid UTF-16", 1, 19},
 		{"NUL after the value", std::u16string(u"{}\0{}", 5), "Unexpected NUL character", 1, 3},
 		{"NUL inside a string", std::u16string(u"{\"a\":\"x\0\"}", 10), "Unexpected NUL character", 1, 8},
 		{"nested too deep", Repeat(u"{\"k\":", 513) + u"1" + Repeat(u"}", 513), "nested deeper than 512 levels", 1, 2561},
@@ -128,6 +130,7 @@ TEST(JsonReader, RoundTripsEscapesAndNonAsciiText)
 		{R"({"s":"\u00e9\u4e2d\u00C9"})", R"({"s":"é中É"})"},
 		{R"({"s":"Καλημέρα κόσμε, コンニチハ"})", R"({"s":"Καλημέρα κόσμε, コンニチハ"})"},
 		{R"({"s":"\uD83D\uDE10 and 😀"})", R"({"s":"😐 and 😀"})"},
+		{R"({"a long name with 😀 inside":"and a long value with 😀😀 and \u00e9 inside"})", R"({"a long name with 😀 inside":"and a long value with 😀😀 and é inside"})"},
 		{R"({"Ключ \"q\"":"v"})", R"({"Ключ \"q\"":"v"})"},
 		{R"({"":"empty name"})", R"({"":"empty name"})"},
 	};

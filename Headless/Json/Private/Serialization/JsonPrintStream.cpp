@@ -7,10 +7,35 @@
 #include <charconv>
 #include <cstdlib>
 #include <new>
+#include <utility>
 #include <limits>
+
+namespace
+{
+	// The buffer of the last stream closed on this thread, kept for the next one: a tool answers
+	// each request by printing megabytes, and reusing the memory saves faulting in fresh pages for
+	// every answer. Larger buffers than this are given back.
+	constexpr int32 MaxRetainedChars = 8 * 1024 * 1024;
+
+	thread_local TCHAR* RetainedData = nullptr;
+	thread_local int32 RetainedMax = 0;
+}
+
+FJsonPrintStream::FJsonPrintStream()
+	: Data(RetainedData)
+	, Max(RetainedMax)
+{
+	RetainedData = nullptr;
+	RetainedMax = 0;
+}
 
 FJsonPrintStream::~FJsonPrintStream()
 {
+	if (Max > RetainedMax && Max <= MaxRetainedChars)
+	{
+		std::swap(Data, RetainedData);
+		RetainedMax = Max;
+	}
 	std::free(Data);
 }
 

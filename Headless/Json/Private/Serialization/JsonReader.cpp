@@ -55,6 +55,9 @@ namespace
 		bool AtEnd() const { return Cursor == End; }
 		void Skip(size_t Count) { Cursor += Count; }
 
+		/** Set by the bulk copy when a run of text held a surrogate; the string check clears it. */
+		bool bSawSurrogate = false;
+
 	private:
 		const Ch* Begin;
 		const Ch* Cursor;
@@ -74,7 +77,7 @@ namespace rapidjson
 		TBoundedStream<char16_t>& InStream, StackStream<char16_t>& OutStream)
 	{
 		const char16_t* const Start = InStream.Current();
-		const size_t Count = static_cast<size_t>(UE::Json::Private::PlainTextRunLength(Start, InStream.Limit()));
+		const size_t Count = static_cast<size_t>(UE::Json::Private::PlainTextRunLength<true>(Start, InStream.Limit(), &InStream.bSawSurrogate));
 		if (Count > 0)
 		{
 			std::memcpy(OutStream.Push(static_cast<SizeType>(Count)), Start, Count * sizeof(char16_t));
@@ -205,7 +208,7 @@ namespace
 	public:
 		using Ch = char16_t;
 
-		TDomBuilder(const StreamType& InStream, EJson InExpectedRoot, bool bInNumbersAsStrings)
+		TDomBuilder(StreamType& InStream, EJson InExpectedRoot, bool bInNumbersAsStrings)
 			: Stream(InStream)
 			, ExpectedRoot(InExpectedRoot)
 			, bNumbersAsStrings(bInNumbersAsStrings)
@@ -324,9 +327,11 @@ namespace
 		 */
 		bool AcceptText(const Ch* Chars, rapidjson::SizeType Length)
 		{
-			// Decoded UTF-8 only yields surrogates in pairs, so there a string without escapes is fine.
-			constexpr bool bSourceIsUtf8 = sizeof(typename StreamType::Ch) == 1;
-			if ((bSourceIsUtf8 && FindOpeningQuoteOfPlainString(Length)) || LIKELY(!ContainsSurrogate(Chars, Length)))
+			// A string without escapes holds only text the bulk copy has seen, which notes any
+			// surrogate (and decoded UTF-8 yields surrogates only in pairs); other strings are scanned.
+			const bool bSawSurrogate = Stream.bSawSurrogate;
+			Stream.bSawSurrogate = false;
+			if ((!bSawSurrogate && FindOpeningQuoteOfPlainString(Length)) || LIKELY(!ContainsSurrogate(Chars, Length)))
 			{
 				return true;
 			}
@@ -408,7 +413,7 @@ namespace
 			return true;
 		}
 
-		const StreamType& Stream;
+		StreamType& Stream;
 		TArray<TSharedPtr<FJsonValue>> Values;
 		TArray<FString> Keys;
 		EJson ExpectedRoot;

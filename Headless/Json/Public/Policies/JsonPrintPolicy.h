@@ -14,7 +14,7 @@
 class FJsonPrintStream
 {
 public:
-	FJsonPrintStream() = default;
+	JSON_API FJsonPrintStream();
 	JSON_API ~FJsonPrintStream();
 
 	FJsonPrintStream(const FJsonPrintStream&) = delete;
