@@ -17,8 +17,10 @@ class FJsonValue;
  * Reading is strict JSON (RFC 8259) with two protections the engine's reader lacks: nesting deeper
  * than UE::Json::MaxReadDepth is refused, and text that is not valid in its encoding (a lone
  * surrogate in UTF-16, a malformed sequence in UTF-8, a \u escape naming half a surrogate pair)
- * is refused rather than carried into FStrings. The engine's reader is more lenient in a few places
- * (True/NULL in any case, NaN, a trailing comma in an array); such input is an error here.
+ * is refused rather than carried into FStrings (the engine keeps such code units as they are). The
+ * engine's reader is more lenient in a few places (True/NULL in any case, NaN, a trailing comma in
+ * an array, numbers beyond the range of a double read as infinity); such input is an error here.
+ * A leading byte order mark is skipped.
  *
  * After a failed read GetErrorMessage() says what was wrong and where, ending with the engine's
  * " Line: <n> Ch: <n>" suffix (1-based line, 1-based character within the line).
