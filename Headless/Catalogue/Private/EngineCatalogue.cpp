@@ -6,6 +6,8 @@
 #include "HAL/PlatformTime.h"
 #include "UObject/Class.h"
 
+#include <string>
+
 namespace UE::Catalogue
 {
 	namespace
@@ -44,6 +46,33 @@ namespace UE::Catalogue
 			*OutError = State.Error;
 		}
 		return State.bSucceeded;
+	}
+
+	bool RegisterCatalogueDocuments(const TArray<FCatalogueDocument>& Documents, FString& OutError)
+	{
+		RegisterEngineCatalogue();
+		TArray<std::string> Texts;
+		TArray<std::string> Names;
+		TArray<const char*> Chunks;
+		TArray<Private::FEmbeddedModule> Modules;
+		Texts.Reserve(Documents.Num());
+		Names.Reserve(Documents.Num());
+		for (const FCatalogueDocument& Document : Documents)
+		{
+			Texts.Add(FStringToUTF8(Document.Json));
+			Names.Add(FStringToUTF8(Document.ModuleName));
+		}
+		for (int32 Index = 0; Index < Documents.Num(); ++Index)
+		{
+			Chunks.Add(Texts[Index].c_str());
+		}
+		for (int32 Index = 0; Index < Documents.Num(); ++Index)
+		{
+			Modules.Add({ Names[Index].c_str(), &Chunks[Index], 1, (int32)Texts[Index].size() });
+		}
+		FCatalogueState& State = GetState();
+		FCatalogueStats Stats;
+		return Private::LoadCatalogue(Modules.GetData(), Modules.Num(), State.Types, Stats, OutError);
 	}
 
 	bool IsEngineCatalogueRegistered()

@@ -20,6 +20,22 @@ namespace UE::Catalogue
 	 */
 	bool RegisterEngineCatalogue(FString* OutError = nullptr);
 
+	/** A catalogue document given as text, for data that does not come with the program. */
+	struct FCatalogueDocument
+	{
+		/** The module the document describes; its types go to the /Script/<ModuleName> package. */
+		FString ModuleName;
+		/** The document in the catalogue format (see Tools/Catalogue/README.md). */
+		FString Json;
+	};
+
+	/**
+	 * Builds the types of extra catalogue documents exactly as the embedded catalogue is built, after
+	 * registering the embedded one. Returns false with OutError naming the document, entry and reason
+	 * on the first entry that cannot be read or resolved; types created before that stay valid.
+	 */
+	bool RegisterCatalogueDocuments(const TArray<FCatalogueDocument>& Documents, FString& OutError);
+
 	/** Whether RegisterEngineCatalogue has run (successfully or not). */
 	bool IsEngineCatalogueRegistered();
 
