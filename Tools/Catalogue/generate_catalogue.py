@@ -49,6 +49,16 @@ CORE_NATIVE_CLASSES = {
     "UInterface": ("Interface", "UObject"),
 }
 
+# Reflected functions of the CoreUObject classes above (NoExportTypes.h declares them for the header tool).
+CORE_NATIVE_FUNCTIONS = {
+    "UObject": [
+        {"kind": "function", "class": "Object", "name": "ExecuteUbergraph", "static": False, "const": False,
+         "specifiers": ["BlueprintImplementableEvent"], "category": None,
+         "meta": {"BlueprintInternalUseOnly": "true"}, "return": None,
+         "params": [{"name": "EntryPoint", "type": "int32"}]},
+    ],
+}
+
 # cpp name -> (module, super cpp name, extra class flags, metadata)
 MINIMAL_CLASSES = {
     # Engine: framework and assets
@@ -1508,6 +1518,8 @@ class Builder:
                     self.error("%s %s: unknown class %s" % (record["kind"], record["name"], record["class"]))
                     continue
                 members_by_class.setdefault(owner, []).append(record)
+        for cpp, functions in CORE_NATIVE_FUNCTIONS.items():
+            members_by_class.setdefault(cpp, []).extend(functions)
         # Enums and structs in declaration order, then the minimal ones by name.
         for _rel, record in cat.records:
             if record["kind"] == "enum":

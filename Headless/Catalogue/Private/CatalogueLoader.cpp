@@ -10,6 +10,7 @@
 #include "UObject/UObjectGlobals.h"
 #include "UObject/UObjectIterator.h"
 #include "UObject/UnrealType.h"
+#include "Templates/Casts.h"
 
 #include <rapidjson/document.h>
 #include <rapidjson/error/en.h>
@@ -1114,6 +1115,13 @@ namespace UE::Catalogue::Private
 					USparseDelegateFunction* SparseSignature = (USparseDelegateFunction*)Signature;
 					SparseSignature->OwningClassName = FName(Owner);
 					SparseSignature->DelegateName = FName(Property);
+				}
+				// A delegate type declared inside a class is one of the class's functions, as the engine lists it.
+				if (UClass* OwnerClass = Cast<UClass>(Outer))
+				{
+					OwnerClass->AddFunctionToFunctionMap(Signature, Signature->GetFName());
+					Signature->Next = OwnerClass->Children;
+					OwnerClass->Children = Signature;
 				}
 				TypesByPath.Add(Signature->GetPathName(), Signature);
 				RecordType(Signature, Json);
