@@ -1,4 +1,5 @@
 #include "Misc/PackageName.h"
+#include "Headless/Projects/TempProjectFolder.h"
 #include "PackageTestUtils.h"
 
 #include <gtest/gtest.h>
@@ -393,4 +394,27 @@ TEST(PackageName, FindsPackageFilesInAFolderTree)
 		Relative.Add(U8(File.RightChop(Game.GetContentDir().Len())));
 	}
 	EXPECT_EQ(Relative, TArray<std::string>({"/A/Deeper/C.uasset", "/A/Map.umap", "/B.uasset"}));
+}
+
+TEST(PackageName, OpeningAProjectMountsItsContentAndEnabledPlugins)
+{
+	FTempProjectFolder Project(TEXT("Mounted"));
+	Project.AddPlugin(TEXT("Tools"), TEXT("Tools"), TEXT(R"({"FileVersion": 3, "CanContainContent": true})"));
+	Project.AddPlugin(TEXT("Off"), TEXT("Off"), TEXT(R"({"FileVersion": 3, "CanContainContent": true, "EnabledByDefault": false})"));
+	Project.AddPlugin(TEXT("Code"), TEXT("Code"), TEXT(R"({"FileVersion": 3})"));
+	Project.Open();
+
+	EXPECT_EQ(U8(FPackageName::GetContentPathForPackageRoot(TEXT("/Game/"))), U8(Project.GetContentDir()) + "/");
+	EXPECT_EQ(U8(FPackageName::GetContentPathForPackageRoot(TEXT("/Tools/"))), U8(Project.GetRoot()) + "/Plugins/Tools/Content/");
+	EXPECT_FALSE(FPackageName::MountPointExists(TEXT("/Off/")));
+	EXPECT_FALSE(FPackageName::MountPointExists(TEXT("/Code/")));
+	EXPECT_TRUE(FPackageName::IsValidLongPackageName(TEXT("/Tools/Icons/Star")));
+	FString Filename;
+	ASSERT_TRUE(FPackageName::TryConvertLongPackageNameToFilename(TEXT("/Game/Maps/Start"), Filename, TEXT(".umap")));
+	EXPECT_EQ(U8(Filename), U8(Project.GetContentDir()) + "/Maps/Start.umap");
+
+	UE::Headless::CloseProject();
+	EXPECT_FALSE(FPackageName::MountPointExists(TEXT("/Game/")));
+	EXPECT_FALSE(FPackageName::MountPointExists(TEXT("/Tools/")));
+	EXPECT_FALSE(FPackageName::IsValidLongPackageName(TEXT("/Game/Maps/Start")));
 }

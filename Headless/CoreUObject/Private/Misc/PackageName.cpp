@@ -2,6 +2,7 @@
 
 #include "Containers/StringConv.h"
 #include "HAL/FileManager.h"
+#include "Interfaces/IPluginManager.h"
 #include "Misc/Paths.h"
 #include "Misc/PackageNamePrivate.h"
 
@@ -18,6 +19,22 @@ namespace fs = std::filesystem;
 
 FPackageName::FOnContentPathMountedEvent FPackageName::OnContentPathMountedEvent;
 FPackageName::FOnContentPathDismountedEvent FPackageName::OnContentPathDismountedEvent;
+
+namespace
+{
+	/**
+	 * The plug-in manager (Projects) mounts the project's and the plug-ins' content through these
+	 * delegates, as in the engine, so it needs to know nothing of packages.
+	 */
+	struct FPluginMountPointBinding
+	{
+		FPluginMountPointBinding()
+		{
+			IPluginManager::Get().SetRegisterMountPointDelegate(IPluginManager::FRegisterMountPointDelegate::CreateStatic(&FPackageName::RegisterMountPoint));
+			IPluginManager::Get().SetUnRegisterMountPointDelegate(IPluginManager::FRegisterMountPointDelegate::CreateStatic(&FPackageName::UnRegisterMountPoint));
+		}
+	} GPluginMountPointBinding;
+}
 
 namespace
 {
