@@ -36,28 +36,27 @@ namespace UE::Core::Private
 	class THashedSparseStorage
 	{
 		// A slot owns the element it holds, so the slot vector may move slots freely when it grows.
+		// The link and the occupied bit share one word: a slot of a string-keyed map stays at 56 bytes.
 		struct FSlot
 		{
 			alignas(ElementType) unsigned char Storage[sizeof(ElementType)];
 			uint32 Hash = 0;
-			int32 NextInBucket = INDEX_NONE; // for a free slot: the next free slot
-			bool bAllocated = false;
 
 			FSlot() = default;
 
 			FSlot(const FSlot& Other)
-				: Hash(Other.Hash), NextInBucket(Other.NextInBucket), bAllocated(Other.bAllocated)
+				: Hash(Other.Hash), LinkAndFlag(Other.LinkAndFlag)
 			{
-				if (bAllocated)
+				if (IsAllocated())
 				{
 					new (Storage) ElementType(Other.Get());
 				}
 			}
 
 			FSlot(FSlot&& Other) noexcept
-				: Hash(Other.Hash), NextInBucket(Other.NextInBucket), bAllocated(Other.bAllocated)
+				: Hash(Other.Hash), LinkAndFlag(Other.LinkAndFlag)
 			{
-				if (bAllocated)
+				if (IsAllocated())
 				{
 					new (Storage) ElementType(MoveTemp(Other.Get()));
 				}
@@ -70,15 +69,26 @@ namespace UE::Core::Private
 
 			void Destroy()
 			{
-				if (bAllocated)
+				if (IsAllocated())
 				{
 					Get().~ElementType();
-					bAllocated = false;
+					LinkAndFlag &= ~AllocatedBit;
 				}
 			}
 
+			bool IsAllocated() const { return (LinkAndFlag & AllocatedBit) != 0; }
+			void MarkAllocated() { LinkAndFlag |= AllocatedBit; }
+
+			// For an occupied slot: the next slot of its bucket; for a free slot: the next free slot.
+			int32 GetLink() const { return static_cast<int32>(LinkAndFlag & ~AllocatedBit) - 1; }
+			void SetLink(int32 Index) { LinkAndFlag = (LinkAndFlag & AllocatedBit) | static_cast<uint32>(Index + 1); }
+
 			ElementType& Get() { return *std::launder(reinterpret_cast<ElementType*>(Storage)); }
 			const ElementType& Get() const { return *std::launder(reinterpret_cast<const ElementType*>(Storage)); }
+
+		private:
+			static constexpr uint32 AllocatedBit = 0x80000000u;
+			uint32 LinkAndFlag = 0; // link + 1 in the low bits, so zero means no link
 		};
 
 		static constexpr int32 LinearSearchLimit = 8;
@@ -120,7 +130,7 @@ namespace UE::Core::Private
 
 		int32 Num() const { return NumElements; }
 		int32 GetMaxIndex() const { return static_cast<int32>(Slots.size()); }
-		bool IsValidIndex(int32 Index) const { return Index >= 0 && Index < GetMaxIndex() && Slots[Index].bAllocated; }
+		bool IsValidIndex(int32 Index) const { return Index >= 0 && Index < GetMaxIndex() && Slots[Index].IsAllocated(); }
 		ElementType& At(int32 Index) { return Slots[Index].Get(); }
 		const ElementType& At(int32 Index) const { return Slots[Index].Get(); }
 
@@ -140,14 +150,14 @@ namespace UE::Core::Private
 				for (int32 Index = 0; Index < GetMaxIndex(); ++Index)
 				{
 					const FSlot& Slot = Slots[Index];
-					if (Slot.bAllocated && Slot.Hash == Hash && KeyOfType::Get(Slot.Get()) == Key)
+					if (Slot.IsAllocated() && Slot.Hash == Hash && KeyOfType::Get(Slot.Get()) == Key)
 					{
 						return Index;
 					}
 				}
 				return INDEX_NONE;
 			}
-			for (int32 Index = Buckets[Hash & BucketMask()]; Index != INDEX_NONE; Index = Slots[Index].NextInBucket)
+			for (int32 Index = Buckets[Hash & BucketMask()]; Index != INDEX_NONE; Index = Slots[Index].GetLink())
 			{
 				const FSlot& Slot = Slots[Index];
 				if (Slot.Hash == Hash && KeyOfType::Get(Slot.Get()) == Key)
@@ -166,7 +176,7 @@ namespace UE::Core::Private
 			if (FirstFree != INDEX_NONE)
 			{
 				Index = FirstFree;
-				FirstFree = Slots[Index].NextInBucket;
+				FirstFree = Slots[Index].GetLink();
 				--NumFree;
 			}
 			else
@@ -176,13 +186,13 @@ namespace UE::Core::Private
 			}
 			FSlot& Slot = Slots[Index];
 			new (Slot.Storage) ElementType(Forward<ArgsType>(Args)...);
-			Slot.bAllocated = true;
+			Slot.MarkAllocated();
 			Slot.Hash = Hash;
-			Slot.NextInBucket = INDEX_NONE;
+			Slot.SetLink(INDEX_NONE);
 			++NumElements;
 			if (!Buckets.empty())
 			{
-				if (NumElements > static_cast<int32>(Buckets.size()))
+				if (static_cast<size_t>(NumElements) * 2 > Buckets.size())
 				{
 					Rehash();
 				}
@@ -207,7 +217,7 @@ namespace UE::Core::Private
 			}
 			FSlot& Slot = Slots[Index];
 			Slot.Destroy();
-			Slot.NextInBucket = FirstFree;
+			Slot.SetLink(FirstFree);
 			FirstFree = Index;
 			++NumFree;
 			--NumElements;
@@ -229,6 +239,11 @@ namespace UE::Core::Private
 			{
 				Slots.reserve(static_cast<size_t>(Number));
 			}
+			// Size the index for the expected count now, so filling the container never rehashes.
+			if (Number > LinearSearchLimit && static_cast<size_t>(Number) * 2 > Buckets.size())
+			{
+				Rehash(Number);
+			}
 		}
 
 		// Closes the holes left by removals, keeping the relative order of what remains.
@@ -242,7 +257,7 @@ namespace UE::Core::Private
 			Packed.reserve(static_cast<size_t>(NumElements));
 			for (FSlot& Slot : Slots)
 			{
-				if (Slot.bAllocated)
+				if (Slot.IsAllocated())
 				{
 					Packed.push_back(MoveTemp(Slot));
 				}
@@ -278,24 +293,31 @@ namespace UE::Core::Private
 		void LinkToBucket(int32 Index)
 		{
 			int32& Head = Buckets[Slots[Index].Hash & BucketMask()];
-			Slots[Index].NextInBucket = Head;
+			Slots[Index].SetLink(Head);
 			Head = Index;
 		}
 
 		void UnlinkFromBucket(int32 Index)
 		{
-			int32* Link = &Buckets[Slots[Index].Hash & BucketMask()];
-			while (*Link != Index)
+			int32& Head = Buckets[Slots[Index].Hash & BucketMask()];
+			if (Head == Index)
 			{
-				Link = &Slots[*Link].NextInBucket;
+				Head = Slots[Index].GetLink();
+				return;
 			}
-			*Link = Slots[Index].NextInBucket;
+			int32 Previous = Head;
+			while (Slots[Previous].GetLink() != Index)
+			{
+				Previous = Slots[Previous].GetLink();
+			}
+			Slots[Previous].SetLink(Slots[Index].GetLink());
 		}
 
-		void Rehash()
+		void Rehash(int32 ExpectedNum = 0)
 		{
+			const size_t Wanted = static_cast<size_t>(NumElements > ExpectedNum ? NumElements : ExpectedNum) * 2;
 			size_t NumBuckets = 16;
-			while (NumBuckets < static_cast<size_t>(NumElements) * 2)
+			while (NumBuckets < Wanted)
 			{
 				NumBuckets *= 2;
 			}
@@ -303,7 +325,7 @@ namespace UE::Core::Private
 			// Link in reverse so each bucket lists its elements in slot order.
 			for (int32 Index = GetMaxIndex() - 1; Index >= 0; --Index)
 			{
-				if (Slots[Index].bAllocated)
+				if (Slots[Index].IsAllocated())
 				{
 					LinkToBucket(Index);
 				}
