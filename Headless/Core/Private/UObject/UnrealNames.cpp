@@ -306,3 +306,90 @@ bool FName::IsValidXName(const FString& Name, const FString& InvalidChars, FText
 	}
 	return false;
 }
+
+namespace
+{
+	/** Short words written in lower case when they start a word after the first one. */
+	bool StartsWithJoiningWord(const FString& Text, int32 Index)
+	{
+		static const TCHAR* const JoiningWords[] = {
+			TEXT("In"), TEXT("As"), TEXT("To"), TEXT("Or"), TEXT("At"), TEXT("On"), TEXT("If"), TEXT("Be"),
+			TEXT("By"), TEXT("The"), TEXT("For"), TEXT("And"), TEXT("With"), TEXT("When"), TEXT("From"),
+		};
+		const int32 Remaining = Text.Len() - Index;
+		for (const TCHAR* Word : JoiningWords)
+		{
+			const int32 WordLength = FCString::Strlen(Word);
+			// The word must be followed by something that does not continue it ("In" is not the start of "Instance"),
+			// and must not end the text.
+			if (Remaining > WordLength && !FChar::IsLower(Text[Index + WordLength]) && FCString::Strncmp(*Text + Index, Word, WordLength) == 0)
+			{
+				return true;
+			}
+		}
+		return false;
+	}
+}
+
+FString FName::NameToDisplayString(const FString& InDisplayName, const bool bIsBool)
+{
+	FString Result;
+	Result.Reserve(InDisplayName.Len() + 8);
+
+	// Runs of capitals and digits stay together ("3D", "HUD"); a lower-case letter ends the run.
+	bool bInRun = false;
+	bool bAfterSpace = false;
+	bool bAfterOpenParen = false;
+	bool bAfterNumber = false;
+	bool bAfterMinus = false;
+
+	for (int32 Index = 0; Index < InDisplayName.Len(); ++Index)
+	{
+		TCHAR Char = InDisplayName[Index];
+		const bool bLower = FChar::IsLower(Char);
+		const bool bUpper = FChar::IsUpper(Char);
+		const bool bDigit = FChar::IsDigit(Char);
+
+		// A bool's leading 'b' goes ("bVisible" -> "Visible"), unless the text does not follow that convention.
+		if (Index == 0 && bIsBool && Char == TEXT('b') && InDisplayName.Len() > 1 && FChar::IsUpper(InDisplayName[1]))
+		{
+			continue;
+		}
+
+		// A new word starts at a capital or a digit, except inside numbers ("-1.5") and after '('.
+		if ((bUpper || (bDigit && !bAfterMinus)) && !bInRun && !bAfterOpenParen && !bAfterNumber)
+		{
+			if (!bAfterSpace && !Result.IsEmpty())
+			{
+				Result += TEXT(' ');
+				bAfterSpace = true;
+			}
+			bInRun = true;
+		}
+		if (bLower)
+		{
+			bInRun = false;
+		}
+		if (Char == TEXT('_'))
+		{
+			Char = TEXT(' ');
+			bInRun = true;
+		}
+
+		if (Result.IsEmpty())
+		{
+			Char = FChar::ToUpper(Char);
+		}
+		else if (!bDigit && (bAfterSpace || bAfterOpenParen))
+		{
+			Char = StartsWithJoiningWord(InDisplayName, Index) ? FChar::ToLower(Char) : FChar::ToUpper(Char);
+		}
+
+		bAfterSpace = Char == TEXT(' ');
+		bAfterOpenParen = Char == TEXT('(');
+		bAfterMinus = Char == TEXT('-');
+		bAfterNumber = bDigit || (bAfterNumber && (bAfterMinus || Char == TEXT('.')));
+		Result += Char;
+	}
+	return Result;
+}

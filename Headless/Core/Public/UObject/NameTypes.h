@@ -123,6 +123,13 @@ public:
 	friend uint32 GetTypeHash(const FName& Name) { return Name.ComparisonIndex * 0x9E3779B1u + static_cast<uint32>(Name.Number); }
 
 	/**
+	 * The name as the editor shows it: words split at case changes and underscores ("bIsHidden" with
+	 * bIsBool -> "Is Hidden", "DrawScale3D" -> "Draw Scale 3D"), each word capitalised except short
+	 * joining words such as "in", "to" or "the" in the middle ("TimeToLive" -> "Time to Live").
+	 */
+	static FString NameToDisplayString(const FString& InDisplayName, const bool bIsBool);
+
+	/**
 	 * True when Name holds none of InvalidChars (an empty name or set passes). Otherwise false,
 	 * with "<ErrorCtx> may not contain the following characters: <the offending ones>" in
 	 * OutReason when given; ErrorCtx defaults to "Name".

@@ -179,10 +179,20 @@ public:
 	/** The native (C++) size of a value of this type: the part laid out by C++, before data-defined properties. */
 	int32 GetNativeSize() const { return NativeSize; }
 
+	/** Records that the type has a C++ layout of InNativeSize bytes (native registration only). */
+	void SetNativeLayout(int32 InNativeSize, int32 InNativeAlignment);
+	/** True when this type itself is laid out by C++ (not only inherited from a native super). */
+	bool HasNativeLayout() const { return bHasNativeLayout; }
+
 protected:
 	virtual void Link(bool bRelinkExistingProperties);
+	/** Where this struct's own properties start: after the super struct (nothing for functions). */
+	virtual int32 GetLinkStartOffset() const;
+	virtual const UStruct* GetInheritanceSuper() const { return GetSuperStruct(); }
 	/** Size of the C++ part, known for native types; data-defined properties are placed after it. */
 	int32 NativeSize = 0;
+	int32 NativeAlignment = 1;
+	bool bHasNativeLayout = false;
 
 private:
 	UStruct* SuperStruct = nullptr;
@@ -485,13 +495,15 @@ public:
 	bool IsSignatureCompatibleWith(const UFunction* OtherFunction) const;
 	bool IsSignatureCompatibleWith(const UFunction* OtherFunction, uint64 IgnoreFlags) const;
 
-	/** Recomputes NumParms, ParmsSize, ReturnValueOffset and FUNC_HasOutParms / FUNC_HasDefaults from the parameters. */
+	/** Recomputes NumParms, ParmsSize and ReturnValueOffset from the parameters (flags are left as set). */
 	void InitializeDerivedMembers();
 
 	virtual void Bind() override;
 
 protected:
 	virtual void Link(bool bRelinkExistingProperties) override;
+	/** Parameters are laid out from 0: the overridden function's parameters are not inherited. */
+	virtual const UStruct* GetInheritanceSuper() const override { return nullptr; }
 
 private:
 	FNativeFuncPtr Func = nullptr;
@@ -589,7 +601,7 @@ public:
 	FText GetDisplayNameTextByValue(int64 InValue) const;
 	bool FindDisplayNameTextByValue(FText& OutText, int64 InValue) const;
 	FText GetToolTipTextByIndex(int32 NameIndex) const;
-	/** The largest value, not counting a generated _MAX entry. */
+	/** The largest value (the generated _MAX entry included). */
 	int64 GetMaxEnumValue() const;
 	bool IsValidEnumValue(int64 InValue) const;
 	bool IsValidEnumName(FName InName) const;
@@ -602,6 +614,11 @@ public:
 	FString GenerateEnumPrefix() const;
 	/** True for a name written "Type::Entry". */
 	static bool IsFullEnumName(const TCHAR* InEnumName);
+	/**
+	 * Reads an enumerator name at Str ("EFoo::Bar" or "Foo_Bar", letters, digits, '_' and "::"), advancing
+	 * past it, and returns its value from whichever enum has it; INDEX_NONE when no enum has it.
+	 */
+	static int64 ParseEnum(const TCHAR*& Str);
 
 	// Metadata. With a NameIndex the key is the entry's ("A.DisplayName"); without, it is the enum's own.
 	bool HasMetaData(const TCHAR* Key, int32 NameIndex = INDEX_NONE) const;

@@ -2,7 +2,7 @@
 
 #include "CoreMinimal.h"
 #include "UObject/ObjectMacros.h"
-#include "UObject/UObjectBaseUtility.h"
+#include "UObject/Object.h"
 
 #include <type_traits>
 
@@ -114,6 +114,23 @@ private:
 	bool bIsUObject = false;
 };
 
+namespace UE::CoreUObject::Private
+{
+	/** Makes a field of a concrete kind; abstract kinds (FProperty itself) cannot be made. */
+	template <class T>
+	FField* ConstructField(const FFieldVariant& InOwner, const FName& InName, EObjectFlags InFlags)
+	{
+		if constexpr (std::is_abstract_v<T>)
+		{
+			return nullptr;
+		}
+		else
+		{
+			return new T(InOwner, InName, InFlags);
+		}
+	}
+}
+
 /** Declares an FField class: StaticClass(), Super and ThisClass, and the constructor used to build it from data. */
 #define DECLARE_FIELD(TClass, TSuperClass, TStaticFlags) \
 public: \
@@ -135,14 +152,7 @@ public: \
 	} \
 	FField* TClass::Construct(const FFieldVariant& InOwner, const FName& InName, EObjectFlags InFlags) \
 	{ \
-		if constexpr (std::is_abstract_v<TClass>) \
-		{ \
-			return nullptr; \
-		} \
-		else \
-		{ \
-			return new TClass(InOwner, InName, InFlags); \
-		} \
+		return ::UE::CoreUObject::Private::ConstructField<TClass>(InOwner, InName, InFlags); \
 	}
 
 /**

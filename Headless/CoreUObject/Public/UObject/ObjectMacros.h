@@ -491,6 +491,9 @@ namespace UE::CoreUObject::Private
 	}
 }
 
+/** Offset of the MultipleInheritenceParent part (a native interface) inside objects of Class. */
+#define VTABLE_OFFSET(Class, MultipleInheritenceParent) (((PTRINT) static_cast<MultipleInheritenceParent*>((Class*)1)) - 1)
+
 /** Byte offset of a member of a struct or class. */
 #define STRUCT_OFFSET(struc, member) (::UE::CoreUObject::Private::MemberOffset(&struc::member))
 

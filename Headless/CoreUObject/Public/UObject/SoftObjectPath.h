@@ -64,7 +64,7 @@ struct COREUOBJECT_API FSoftObjectPath
 	bool operator!=(const FSoftObjectPath& Other) const { return !(*this == Other); }
 	bool LexicalLess(const FSoftObjectPath& Other) const;
 
-	/** Writes the path (quoted when delimited), "None" for a null path with PPF_Delimited unset... see the .cpp. */
+	/** Writes the path (quoted when PPF_Delimited); a null path writes as an empty string. */
 	bool ExportTextItem(FString& ValueStr, const FSoftObjectPath& DefaultValue, UObject* Parent, int32 PortFlags, UObject* ExportRootScope) const;
 	bool ImportTextItem(const TCHAR*& Buffer, int32 PortFlags, UObject* Parent, FOutputDevice* ErrorText);
 
@@ -75,6 +75,9 @@ struct COREUOBJECT_API FSoftObjectPath
 	static UScriptStruct* StaticStruct();
 
 private:
+	/** The reflection of the core structs reads the members' offsets. */
+	friend struct FCoreStructReflection;
+
 	FTopLevelAssetPath AssetPath;
 	FString SubPathString;
 };
@@ -86,10 +89,15 @@ struct COREUOBJECT_API FSoftClassPath : public FSoftObjectPath
 	FSoftClassPath() = default;
 	FSoftClassPath(const class UClass* InClass);
 
-	/** The class when loaded (or loadable), null otherwise. */
+	/** The class, loading its package if needed; null unless it is a class derived from T. */
 	template <class T>
-	class UClass* TryLoadClass() const;
+	class UClass* TryLoadClass() const
+	{
+		return TryLoadClassDerivedFrom(T::StaticClass());
+	}
+	/** The class when it is in memory, else null. */
 	class UClass* ResolveClass() const;
+	class UClass* TryLoadClassDerivedFrom(class UClass* BaseClass) const;
 
 	static UScriptStruct* StaticStruct();
 };

@@ -52,6 +52,9 @@ struct COREUOBJECT_API FTopLevelAssetPath
 	static UScriptStruct* StaticStruct();
 
 private:
+	/** The reflection of the core structs reads the members' offsets. */
+	friend struct FCoreStructReflection;
+
 	FName PackageName;
 	FName AssetName;
 };

@@ -146,26 +146,28 @@ public:
 	// Text
 
 	/**
-	 * Appends the value at PropertyValue in the engine's text form. Delta, when given, is the default value
-	 * structs and arrays compare against to leave out unchanged members. Parent resolves object paths
-	 * relative to it where the engine does.
+	 * Appends the value at Data in the engine's text form when it differs from the value at Delta (a null
+	 * Delta stands for the type's initial value; Delta == Data always exports). True when something was
+	 * written. Parent and ExportRootScope decide how object paths are shortened.
 	 */
-	void ExportText_Direct(FString& ValueStr, const void* Data, const void* Delta, UObject* Parent, int32 PortFlags, UObject* ExportRootScope = nullptr) const
+	bool ExportText_Direct(FString& ValueStr, const void* Data, const void* Delta, UObject* Parent, int32 PortFlags, UObject* ExportRootScope = nullptr) const;
+	bool ExportText_InContainer(int32 Index, FString& ValueStr, const void* Data, const void* Delta, UObject* Parent, int32 PortFlags, UObject* ExportRootScope = nullptr) const
 	{
-		ExportText_Internal(ValueStr, Data, EPropertyPointerType::Direct, Delta, Parent, PortFlags, ExportRootScope);
+		return ExportText_Direct(ValueStr, ContainerPtrToValuePtr<void>(Data, Index), Delta ? ContainerPtrToValuePtr<void>(Delta, Index) : nullptr, Parent, PortFlags,
+			ExportRootScope);
 	}
-	void ExportText_InContainer(int32 Index, FString& ValueStr, const void* Data, const void* Delta, UObject* Parent, int32 PortFlags, UObject* ExportRootScope = nullptr) const
-	{
-		ExportText_Internal(ValueStr, ContainerPtrToValuePtr<void>(Data, Index), EPropertyPointerType::Direct, Delta ? ContainerPtrToValuePtr<void>(Delta, Index) : nullptr,
-			Parent, PortFlags, ExportRootScope);
-	}
+	/**
+	 * Appends the value at PropertyValue in the engine's text form, always. DefaultValue, when given, is what
+	 * structs and containers compare their members with to leave out unchanged ones.
+	 */
 	void ExportTextItem_Direct(FString& ValueStr, const void* PropertyValue, const void* DefaultValue, UObject* Parent, int32 PortFlags, UObject* ExportRootScope = nullptr) const
 	{
 		ExportText_Internal(ValueStr, PropertyValue, EPropertyPointerType::Direct, DefaultValue, Parent, PortFlags, ExportRootScope);
 	}
 	void ExportTextItem_InContainer(FString& ValueStr, const void* Container, const void* DefaultValue, UObject* Parent, int32 PortFlags, UObject* ExportRootScope = nullptr) const
 	{
-		ExportText_InContainer(0, ValueStr, Container, DefaultValue, Parent, PortFlags, ExportRootScope);
+		ExportText_Internal(ValueStr, ContainerPtrToValuePtr<void>(Container), EPropertyPointerType::Direct, DefaultValue ? ContainerPtrToValuePtr<void>(DefaultValue) : nullptr,
+			Parent, PortFlags, ExportRootScope);
 	}
 
 	/**
@@ -190,6 +192,8 @@ public:
 
 	/** Lays out inner properties (containers, enums); called by UStruct::StaticLink. */
 	virtual void LinkInternal() {}
+	/** Copies the type description (flags, classes, inner properties) of the property this one duplicates. */
+	virtual void PostDuplicate(const FField& InField) override;
 	/** Gives the property its offset in the owner struct being linked; returns the end of the value. */
 	int32 SetupOffset();
 	/** True when a value of the type is constructed by zeroing. */
@@ -230,6 +234,9 @@ private:
 	int32 ElementSize = 0;
 	int32 Offset_Internal = 0;
 	bool bNativeOffset = false;
+	/** Set once StaticLink gave the property its offset. */
+	bool bOffsetAssigned = false;
+	friend class UStruct;
 };
 
 /** The typed layer of a property whose value is a TCppType: construction, copy, compare and typed access. */
@@ -293,6 +300,10 @@ protected:
 		{
 			Flags |= CPF_IsPlainOldData | CPF_ZeroConstructor;
 		}
+		if constexpr (requires(const TCppType& X) { { GetTypeHash(X) } -> std::convertible_to<uint32>; })
+		{
+			Flags |= CPF_HasGetValueTypeHash;
+		}
 		return Flags;
 	}
 
@@ -310,12 +321,21 @@ protected:
 			((TCppType*)((uint8*)Dest + (SIZE_T)Index * sizeof(TCppType)))->~TCppType();
 		}
 	}
-	virtual void ClearValueInternal(void* Data) const override { *(TCppType*)Data = TCppType(); }
+	virtual void ClearValueInternal(void* Data) const override
+	{
+		if constexpr (std::is_copy_assignable_v<TCppType>)
+		{
+			*(TCppType*)Data = TCppType();
+		}
+	}
 	virtual void CopyValuesInternal(void* Dest, const void* Src, int32 Count) const override
 	{
-		for (int32 Index = 0; Index < Count; ++Index)
+		if constexpr (std::is_copy_assignable_v<TCppType>)
 		{
-			((TCppType*)Dest)[Index] = ((const TCppType*)Src)[Index];
+			for (int32 Index = 0; Index < Count; ++Index)
+			{
+				((TCppType*)Dest)[Index] = ((const TCppType*)Src)[Index];
+			}
 		}
 	}
 	virtual uint32 GetValueTypeHashInternal(const void* Src) const override
@@ -497,8 +517,6 @@ public:
 	virtual const TCHAR* ImportText_Internal(const TCHAR* Buffer, void* ContainerOrPropertyPtr, EPropertyPointerType PointerType, UObject* OwnerObject,
 		int32 PortFlags, FOutputDevice* ErrorText) const override;
 	virtual FString GetCPPType(FString* ExtendedTypeText = nullptr, uint32 CPPExportFlags = 0) const override { return TEXT("FName"); }
-	/** Names compare with case here, as the engine's property comparison does. */
-	virtual bool Identical(const void* A, const void* B, uint32 PortFlags = 0) const override;
 };
 
 /** An FString, exported bare or, inside structs and containers, quoted with escapes. */
@@ -514,8 +532,6 @@ public:
 	virtual const TCHAR* ImportText_Internal(const TCHAR* Buffer, void* ContainerOrPropertyPtr, EPropertyPointerType PointerType, UObject* OwnerObject,
 		int32 PortFlags, FOutputDevice* ErrorText) const override;
 	virtual FString GetCPPType(FString* ExtendedTypeText = nullptr, uint32 CPPExportFlags = 0) const override { return TEXT("FString"); }
-	/** Strings compare with case here, as the engine's property comparison does. */
-	virtual bool Identical(const void* A, const void* B, uint32 PortFlags = 0) const override;
 };
 
 /** Shared by the object reference kinds: the class the referenced object must be. */
@@ -525,7 +541,7 @@ class COREUOBJECT_API FObjectPropertyBase : public FProperty
 
 public:
 	FObjectPropertyBase(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags);
-	FObjectPropertyBase(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset, EPropertyFlags InFlags, UClass* InClass);
+	FObjectPropertyBase(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset, EPropertyFlags InFlags, UClass* InClass = nullptr);
 
 	/** The class every referenced object must be a child of. */
 	UClass* PropertyClass = nullptr;

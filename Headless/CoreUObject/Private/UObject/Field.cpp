@@ -1,0 +1,391 @@
+#include "UObject/Field.h"
+#include "UObject/Class.h"
+#include "UObject/UnrealType.h"
+#include "UObject/Package.h"
+#include "Misc/CString.h"
+#include "ObjectRegistry.h"
+
+// FFieldClass
+
+FFieldClass::FFieldClass(const TCHAR* InCPPName, uint64 InId, uint64 InCastFlags, FFieldClass* InSuperClass, FConstructFn ConstructFnPtr)
+	: Id(InId), CastFlags(InCastFlags), SuperClass(InSuperClass), ConstructFn(ConstructFnPtr)
+{
+	// "FIntProperty" is known as "IntProperty", as in the engine.
+	FString CppName(InCPPName);
+	if (CppName.StartsWith(TEXT("F"), ESearchCase::CaseSensitive))
+	{
+		CppName.RightChopInline(1);
+	}
+	Name = FName(*CppName);
+	GetAllFieldClasses().Add(this);
+	GetNameToFieldClassMap().Add(Name, this);
+}
+
+bool FFieldClass::IsChildOf(const FFieldClass* InClass) const
+{
+	for (const FFieldClass* Class = this; Class; Class = Class->SuperClass)
+	{
+		if (Class == InClass)
+		{
+			return true;
+		}
+	}
+	return false;
+}
+
+TArray<FFieldClass*>& FFieldClass::GetAllFieldClasses()
+{
+	static TArray<FFieldClass*> AllClasses;
+	return AllClasses;
+}
+
+TMap<FName, FFieldClass*>& FFieldClass::GetNameToFieldClassMap()
+{
+	static TMap<FName, FFieldClass*> NameToClass;
+	return NameToClass;
+}
+
+// FFieldVariant
+
+bool FFieldVariant::IsObjectA(const UObject* InObject, const UClass* InClass)
+{
+	return InObject->IsA(InClass);
+}
+
+bool FFieldVariant::IsFieldA(const FField* InField, const FFieldClass* InClass)
+{
+	return InField->IsA(InClass);
+}
+
+FFieldVariant FFieldVariant::GetOwnerVariant() const
+{
+	if (bIsUObject)
+	{
+		return Object ? FFieldVariant(Object->GetOuter()) : FFieldVariant();
+	}
+	return Field ? Field->GetOwnerVariant() : FFieldVariant();
+}
+
+FString FFieldVariant::GetName() const
+{
+	return bIsUObject ? (Object ? Object->GetName() : FString(TEXT("None"))) : (Field ? Field->GetName() : FString(TEXT("None")));
+}
+
+FName FFieldVariant::GetFName() const
+{
+	return bIsUObject ? (Object ? Object->GetFName() : FName()) : (Field ? Field->GetFName() : FName());
+}
+
+FString FFieldVariant::GetPathName() const
+{
+	return bIsUObject ? (Object ? Object->GetPathName() : FString(TEXT("None"))) : (Field ? Field->GetPathName() : FString(TEXT("None")));
+}
+
+FString FFieldVariant::GetFullName() const
+{
+	return bIsUObject ? (Object ? Object->GetFullName() : FString(TEXT("None"))) : (Field ? Field->GetFullName() : FString(TEXT("None")));
+}
+
+UPackage* FFieldVariant::GetOutermost() const
+{
+	return bIsUObject ? (Object ? Object->GetPackage() : nullptr) : (Field ? Field->GetOutermost() : nullptr);
+}
+
+bool FFieldVariant::IsNative() const
+{
+	return bIsUObject ? (Object && Object->IsNative()) : (Field && Field->IsNative());
+}
+
+// FField
+
+FFieldClass* FField::StaticClass()
+{
+	static FFieldClass StaticFieldClass(TEXT("FField"), 0, 0, nullptr, nullptr);
+	return &StaticFieldClass;
+}
+
+FField::FField(EInternal InInternal, FFieldClass* InClass)
+{
+}
+
+FField::FField(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags)
+	: Owner(InOwner), NamePrivate(InName), FlagsPrivate(InObjectFlags)
+{
+}
+
+FField::~FField()
+{
+	delete MetaDataMap;
+}
+
+bool FField::IsNative() const
+{
+	return Owner.IsNative();
+}
+
+UObject* FField::GetOwnerUObject() const
+{
+	FFieldVariant TempOwner = Owner;
+	while (TempOwner.IsValid() && !TempOwner.IsUObject())
+	{
+		TempOwner = TempOwner.GetOwnerVariant();
+	}
+	return TempOwner.ToUObject();
+}
+
+UStruct* FField::GetOwnerStruct() const
+{
+	for (UObject* Object = GetOwnerUObject(); Object; Object = Object->GetOuter())
+	{
+		if (Object->IsA(UStruct::StaticClass()))
+		{
+			return (UStruct*)Object;
+		}
+	}
+	return nullptr;
+}
+
+UClass* FField::GetOwnerClass() const
+{
+	for (UObject* Object = GetOwnerUObject(); Object; Object = Object->GetOuter())
+	{
+		if (Object->IsA(UClass::StaticClass()))
+		{
+			return (UClass*)Object;
+		}
+	}
+	return nullptr;
+}
+
+UField* FField::GetOwnerUField() const
+{
+	for (UObject* Object = GetOwnerUObject(); Object; Object = Object->GetOuter())
+	{
+		if (Object->IsA(UField::StaticClass()))
+		{
+			return (UField*)Object;
+		}
+	}
+	return nullptr;
+}
+
+UPackage* FField::GetOutermost() const
+{
+	UObject* OwnerObject = GetOwnerUObject();
+	return OwnerObject ? OwnerObject->GetPackage() : nullptr;
+}
+
+void FField::GetPathName(const UObject* StopOuter, FString& ResultString) const
+{
+	TArray<FName> ParentFields;
+	for (FFieldVariant TempOwner = Owner; TempOwner.IsValid(); TempOwner = TempOwner.GetOwnerVariant())
+	{
+		if (!TempOwner.IsUObject())
+		{
+			ParentFields.Add(TempOwner.ToField()->GetFName());
+		}
+		else
+		{
+			TempOwner.ToUObject()->GetPathName(StopOuter, ResultString);
+			ResultString += TEXT(":");
+			break;
+		}
+	}
+	for (int32 Index = ParentFields.Num() - 1; Index >= 0; --Index)
+	{
+		ParentFields[Index].AppendString(ResultString);
+		ResultString += TEXT(".");
+	}
+	GetFName().AppendString(ResultString);
+}
+
+FString FField::GetPathName(const UObject* StopOuter) const
+{
+	FString Result;
+	GetPathName(StopOuter, Result);
+	return Result;
+}
+
+FString FField::GetFullName() const
+{
+	return GetClass()->GetName() + TEXT(" ") + GetPathName();
+}
+
+const FString* FField::FindMetaData(const TCHAR* Key) const
+{
+	return FindMetaData(FName(Key, FNAME_Find));
+}
+
+const FString* FField::FindMetaData(const FName& Key) const
+{
+	return MetaDataMap && !Key.IsNone() ? MetaDataMap->Find(Key) : nullptr;
+}
+
+const FString& FField::GetMetaData(const TCHAR* Key) const
+{
+	static const FString Empty;
+	const FString* Value = FindMetaData(Key);
+	return Value ? *Value : Empty;
+}
+
+const FString& FField::GetMetaData(const FName& Key) const
+{
+	static const FString Empty;
+	const FString* Value = FindMetaData(Key);
+	return Value ? *Value : Empty;
+}
+
+FText FField::GetMetaDataText(const TCHAR* MetaDataKey, const FString LocalizationNamespace, const FString LocalizationKey) const
+{
+	return FText::FromString(GetMetaData(MetaDataKey));
+}
+
+FText FField::GetMetaDataText(const FName& MetaDataKey, const FString LocalizationNamespace, const FString LocalizationKey) const
+{
+	return FText::FromString(GetMetaData(MetaDataKey));
+}
+
+void FField::SetMetaData(const TCHAR* Key, const TCHAR* InValue)
+{
+	SetMetaData(FName(Key), FString(InValue));
+}
+
+void FField::SetMetaData(const FName& Key, const TCHAR* InValue)
+{
+	SetMetaData(Key, FString(InValue));
+}
+
+void FField::SetMetaData(const TCHAR* Key, FString&& InValue)
+{
+	SetMetaData(FName(Key), MoveTemp(InValue));
+}
+
+void FField::SetMetaData(const FName& Key, FString&& InValue)
+{
+	if (Key.IsNone())
+	{
+		return;
+	}
+	if (!MetaDataMap)
+	{
+		MetaDataMap = new TMap<FName, FString>();
+	}
+	MetaDataMap->Add(Key, MoveTemp(InValue));
+}
+
+void FField::RemoveMetaData(const TCHAR* Key)
+{
+	RemoveMetaData(FName(Key, FNAME_Find));
+}
+
+void FField::RemoveMetaData(const FName& Key)
+{
+	if (MetaDataMap)
+	{
+		MetaDataMap->Remove(Key);
+	}
+}
+
+bool FField::GetBoolMetaData(const TCHAR* Key) const
+{
+	return GetMetaData(Key) == TEXT("true");
+}
+
+bool FField::GetBoolMetaData(const FName& Key) const
+{
+	return GetMetaData(Key) == TEXT("true");
+}
+
+int32 FField::GetIntMetaData(const TCHAR* Key) const
+{
+	return FCString::Atoi(*GetMetaData(Key));
+}
+
+int32 FField::GetIntMetaData(const FName& Key) const
+{
+	return FCString::Atoi(*GetMetaData(Key));
+}
+
+float FField::GetFloatMetaData(const TCHAR* Key) const
+{
+	return FCString::Atof(*GetMetaData(Key));
+}
+
+float FField::GetFloatMetaData(const FName& Key) const
+{
+	return FCString::Atof(*GetMetaData(Key));
+}
+
+UClass* FField::GetClassMetaData(const TCHAR* Key) const
+{
+	const FString& ClassName = GetMetaData(Key);
+	return ClassName.IsEmpty() ? nullptr : UClass::TryFindTypeSlow<UClass>(ClassName, EFindFirstObjectOptions::ExactClass);
+}
+
+UClass* FField::GetClassMetaData(const FName& Key) const
+{
+	const FString& ClassName = GetMetaData(Key);
+	return ClassName.IsEmpty() ? nullptr : UClass::TryFindTypeSlow<UClass>(ClassName, EFindFirstObjectOptions::ExactClass);
+}
+
+void FField::AppendMetaData(const TMap<FName, FString>& MetaDataMapToAppend)
+{
+	for (const TPair<FName, FString>& Entry : MetaDataMapToAppend)
+	{
+		SetMetaData(Entry.Key, FString(Entry.Value));
+	}
+}
+
+void FField::CopyMetaData(const FField* InSourceField, FField* InDestField)
+{
+	if (InSourceField && InDestField && InSourceField->MetaDataMap)
+	{
+		InDestField->AppendMetaData(*InSourceField->MetaDataMap);
+	}
+}
+
+FText FField::GetDisplayNameText() const
+{
+	if (const FString* DisplayName = FindMetaData(TEXT("DisplayName")))
+	{
+		return FText::FromString(*DisplayName);
+	}
+	return FText::FromString(FName::NameToDisplayString(GetName(), IsA<FBoolProperty>()));
+}
+
+FText FField::GetToolTipText(bool bShortTooltip) const
+{
+	const FString* ToolTip = nullptr;
+	if (bShortTooltip)
+	{
+		ToolTip = FindMetaData(TEXT("ShortTooltip"));
+	}
+	if (!ToolTip || ToolTip->IsEmpty())
+	{
+		ToolTip = FindMetaData(TEXT("ToolTip"));
+	}
+	if (!ToolTip || ToolTip->IsEmpty())
+	{
+		return GetDisplayNameText();
+	}
+	return FText::FromString(*ToolTip);
+}
+
+FField* FField::Duplicate(const FField* InField, FFieldVariant DestOwner, const FName DestName, EObjectFlags FlagMask, EInternalObjectFlags InternalFlagsMask)
+{
+	if (!InField)
+	{
+		return nullptr;
+	}
+	FField* NewField = InField->GetClass()->Construct(DestOwner, DestName.IsNone() ? InField->GetFName() : DestName, InField->GetFlags() & FlagMask);
+	if (NewField)
+	{
+		NewField->PostDuplicate(*InField);
+	}
+	return NewField;
+}
+
+void FField::PostDuplicate(const FField& InField)
+{
+	CopyMetaData(&InField, this);
+}

@@ -1,0 +1,3 @@
+#include "UObject/Interface.h"
+
+IMPLEMENT_CLASS(UInterface)

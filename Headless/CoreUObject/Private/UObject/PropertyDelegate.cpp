@@ -1,0 +1,249 @@
+#include "UObject/UnrealType.h"
+#include "UObject/Class.h"
+#include "UObject/ScriptDelegates.h"
+#include "PropertyHelper.h"
+#include "ObjectRegistry.h"
+
+using namespace UE::CoreUObject::Private;
+
+IMPLEMENT_FIELD(FDelegateProperty)
+IMPLEMENT_FIELD(FMulticastDelegateProperty)
+IMPLEMENT_FIELD(FMulticastInlineDelegateProperty)
+IMPLEMENT_FIELD(FMulticastSparseDelegateProperty)
+
+namespace
+{
+	/**
+	 * Reads "<Object>.<Function>" (the object as a path or a name near the owner) into Delegate. "(null).None"
+	 * and "None" unbind. The function must exist on the object's class.
+	 */
+	const TCHAR* ImportDelegateFromText(FScriptDelegate& Delegate, const UFunction* SignatureFunction, const TCHAR* Buffer, UObject* Parent, int32 PortFlags,
+		FOutputDevice* ErrorText, const FString& PropertyName)
+	{
+		SkipWhitespace(Buffer);
+		FString Text;
+		if (*Buffer == TEXT('"'))
+		{
+			int32 NumCharsRead = 0;
+			if (!ReadQuotedString(Buffer, Text, &NumCharsRead))
+			{
+				return nullptr;
+			}
+			Buffer += NumCharsRead;
+		}
+		else
+		{
+			while (*Buffer && *Buffer != TEXT(',') && *Buffer != TEXT(')') && !FChar::IsWhitespace(*Buffer))
+			{
+				Text.AppendChar(*Buffer++);
+			}
+		}
+		if (Text.IsEmpty() || Text == TEXT("None") || Text == TEXT("(null).None"))
+		{
+			Delegate.Unbind();
+			return Buffer;
+		}
+		int32 DotIndex = INDEX_NONE;
+		if (!Text.FindLastChar(TEXT('.'), DotIndex) || DotIndex == 0 || DotIndex == Text.Len() - 1)
+		{
+			ReportImportError(ErrorText, FString::Printf(TEXT("%s: '%s' is not <Object>.<Function>"), *PropertyName, *Text));
+			return nullptr;
+		}
+		const FString ObjectText = Text.Left(DotIndex);
+		const FName FunctionName(*Text.RightChop(DotIndex + 1));
+		UObject* Object = nullptr;
+		for (UObject* Scope = Parent; !Object && Scope; Scope = Scope->GetOuter())
+		{
+			Object = StaticFindObject(UObject::StaticClass(), Scope, *ObjectText);
+		}
+		if (!Object)
+		{
+			Object = StaticFindObject(UObject::StaticClass(), nullptr, *ObjectText);
+		}
+		if (!Object)
+		{
+			ReportImportError(ErrorText, FString::Printf(TEXT("%s: no object named '%s'"), *PropertyName, *ObjectText));
+			return nullptr;
+		}
+		const UFunction* Function = Object->FindFunction(FunctionName);
+		if (!Function)
+		{
+			ReportImportError(ErrorText, FString::Printf(TEXT("%s: %s has no function %s"), *PropertyName, *Object->GetPathName(), *FunctionName.ToString()));
+			return nullptr;
+		}
+		if (SignatureFunction && !Function->IsSignatureCompatibleWith(SignatureFunction))
+		{
+			ReportImportError(ErrorText, FString::Printf(TEXT("%s: %s does not match the signature %s"), *PropertyName, *Function->GetPathName(), *SignatureFunction->GetName()));
+			return nullptr;
+		}
+		Delegate.BindUFunction(Object, FunctionName);
+		return Buffer;
+	}
+
+	FString SignatureTypeName(const UFunction* SignatureFunction)
+	{
+		if (!SignatureFunction)
+		{
+			return TEXT("FScriptDelegate");
+		}
+		FString Name = SignatureFunction->GetName();
+		Name.RemoveFromEnd(TEXT("__DelegateSignature"), ESearchCase::CaseSensitive);
+		return TEXT("F") + Name;
+	}
+}
+
+// FDelegateProperty
+
+FDelegateProperty::FDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags)
+	: TProperty(InOwner, InName, InObjectFlags)
+{
+}
+
+FDelegateProperty::FDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset, EPropertyFlags InFlags,
+	UFunction* InSignatureFunction)
+	: TProperty(InOwner, InName, InObjectFlags, InOffset, InFlags), SignatureFunction(InSignatureFunction)
+{
+}
+
+void FDelegateProperty::ExportText_Internal(FString& ValueStr, const void* PropertyValueOrContainer, EPropertyPointerType PointerType, const void* DefaultValue,
+	UObject* Parent, int32 PortFlags, UObject* ExportRootScope) const
+{
+	const FScriptDelegate& Delegate = *(const FScriptDelegate*)PointerToValuePtr(PropertyValueOrContainer, PointerType);
+	UObject* Object = Delegate.GetUObject();
+	ValueStr += FString::Printf(TEXT("%s.%s"), Object ? *Object->GetPathName() : TEXT("(null)"), *Delegate.GetFunctionName().ToString());
+}
+
+const TCHAR* FDelegateProperty::ImportText_Internal(const TCHAR* Buffer, void* ContainerOrPropertyPtr, EPropertyPointerType PointerType, UObject* OwnerObject,
+	int32 PortFlags, FOutputDevice* ErrorText) const
+{
+	return ImportDelegateFromText(*(FScriptDelegate*)PointerToValuePtr(ContainerOrPropertyPtr, PointerType), SignatureFunction, Buffer, OwnerObject, PortFlags, ErrorText,
+		GetName());
+}
+
+FString FDelegateProperty::GetCPPType(FString* ExtendedTypeText, uint32 CPPExportFlags) const
+{
+	return SignatureTypeName(SignatureFunction);
+}
+
+bool FDelegateProperty::SameType(const FProperty* Other) const
+{
+	return FProperty::SameType(Other) && SignatureFunction == ((const FDelegateProperty*)Other)->SignatureFunction;
+}
+
+// FMulticastDelegateProperty
+
+FMulticastDelegateProperty::FMulticastDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags)
+	: FProperty(InOwner, InName, InObjectFlags)
+{
+}
+
+FMulticastDelegateProperty::FMulticastDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset, EPropertyFlags InFlags,
+	UFunction* InSignatureFunction)
+	: FProperty(InOwner, InName, InObjectFlags, InOffset, InFlags), SignatureFunction(InSignatureFunction)
+{
+}
+
+bool FMulticastDelegateProperty::SameType(const FProperty* Other) const
+{
+	return FProperty::SameType(Other) && SignatureFunction == ((const FMulticastDelegateProperty*)Other)->SignatureFunction;
+}
+
+FString FMulticastDelegateProperty::GetCPPType(FString* ExtendedTypeText, uint32 CPPExportFlags) const
+{
+	return SignatureTypeName(SignatureFunction);
+}
+
+// FMulticastInlineDelegateProperty
+
+FMulticastInlineDelegateProperty::FMulticastInlineDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags)
+	: TProperty(InOwner, InName, InObjectFlags)
+{
+}
+
+FMulticastInlineDelegateProperty::FMulticastInlineDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset,
+	EPropertyFlags InFlags, UFunction* InSignatureFunction)
+	: TProperty(InOwner, InName, InObjectFlags, InOffset, InFlags)
+{
+	SignatureFunction = InSignatureFunction;
+}
+
+void FMulticastInlineDelegateProperty::ExportText_Internal(FString& ValueStr, const void* PropertyValueOrContainer, EPropertyPointerType PointerType,
+	const void* DefaultValue, UObject* Parent, int32 PortFlags, UObject* ExportRootScope) const
+{
+	const FMulticastScriptDelegate& Delegate = *(const FMulticastScriptDelegate*)PointerToValuePtr(PropertyValueOrContainer, PointerType);
+	ValueStr += Delegate.ToString<UObject>();
+}
+
+const TCHAR* FMulticastInlineDelegateProperty::ImportText_Internal(const TCHAR* Buffer, void* ContainerOrPropertyPtr, EPropertyPointerType PointerType,
+	UObject* OwnerObject, int32 PortFlags, FOutputDevice* ErrorText) const
+{
+	FMulticastScriptDelegate& Delegate = *(FMulticastScriptDelegate*)PointerToValuePtr(ContainerOrPropertyPtr, PointerType);
+	SkipWhitespace(Buffer);
+	if (*Buffer++ != TEXT('('))
+	{
+		ReportImportError(ErrorText, FString::Printf(TEXT("%s: a multicast delegate value starts with '('"), *GetName()));
+		return nullptr;
+	}
+	FMulticastScriptDelegate Imported;
+	SkipWhitespace(Buffer);
+	while (*Buffer && *Buffer != TEXT(')'))
+	{
+		FScriptDelegate Entry;
+		Buffer = ImportDelegateFromText(Entry, SignatureFunction, Buffer, OwnerObject, PortFlags, ErrorText, GetName());
+		if (!Buffer)
+		{
+			return nullptr;
+		}
+		if (Entry.IsBound())
+		{
+			Imported.AddUnique(Entry);
+		}
+		SkipWhitespace(Buffer);
+		if (*Buffer == TEXT(','))
+		{
+			++Buffer;
+			SkipWhitespace(Buffer);
+		}
+	}
+	if (*Buffer++ != TEXT(')'))
+	{
+		ReportImportError(ErrorText, FString::Printf(TEXT("%s: a multicast delegate value ends with ')'"), *GetName()));
+		return nullptr;
+	}
+	Delegate = Imported;
+	return Buffer;
+}
+
+// FMulticastSparseDelegateProperty
+
+FMulticastSparseDelegateProperty::FMulticastSparseDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags)
+	: TProperty(InOwner, InName, InObjectFlags)
+{
+}
+
+FMulticastSparseDelegateProperty::FMulticastSparseDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset,
+	EPropertyFlags InFlags, UFunction* InSignatureFunction)
+	: TProperty(InOwner, InName, InObjectFlags, InOffset, InFlags)
+{
+	SignatureFunction = InSignatureFunction;
+}
+
+void FMulticastSparseDelegateProperty::ExportText_Internal(FString& ValueStr, const void* PropertyValueOrContainer, EPropertyPointerType PointerType,
+	const void* DefaultValue, UObject* Parent, int32 PortFlags, UObject* ExportRootScope) const
+{
+	// The bindings of a sparse delegate live outside the object; the value itself lists none.
+	ValueStr += TEXT("()");
+}
+
+const TCHAR* FMulticastSparseDelegateProperty::ImportText_Internal(const TCHAR* Buffer, void* ContainerOrPropertyPtr, EPropertyPointerType PointerType,
+	UObject* OwnerObject, int32 PortFlags, FOutputDevice* ErrorText) const
+{
+	SkipWhitespace(Buffer);
+	if (Buffer[0] == TEXT('(') && Buffer[1] == TEXT(')'))
+	{
+		((FSparseDelegate*)PointerToValuePtr(ContainerOrPropertyPtr, PointerType))->bIsBound = false;
+		return Buffer + 2;
+	}
+	ReportImportError(ErrorText, FString::Printf(TEXT("%s: sparse delegates hold no bindings in their value; only \"()\" imports"), *GetName()));
+	return nullptr;
+}
