@@ -23,6 +23,8 @@ namespace
 
 		/** Functions that build a compiled-in type on first call (StaticClass, StaticStruct...), not yet called. */
 		TArray<UObject* (*)()> PendingTypes;
+		/** Functions run once after the compiled-in types are registered. */
+		TArray<void (*)()> PendingCallbacks;
 		/** Types built but not yet given their package and slot in the object array. */
 		TArray<TPair<UObject*, const TCHAR*>> Deferred;
 		int32 Depth = 0;
@@ -126,17 +128,33 @@ namespace UE::CoreUObject::Private
 	void EnsureCompiledInTypesRegistered()
 	{
 		FCompiledInRegistry& Registry = FCompiledInRegistry::Get();
-		if (Registry.Depth > 0 || (Registry.PendingTypes.IsEmpty() && Registry.Deferred.IsEmpty()))
+		if (Registry.Depth > 0 || (Registry.PendingTypes.IsEmpty() && Registry.Deferred.IsEmpty() && Registry.PendingCallbacks.IsEmpty()))
 		{
 			return;
 		}
-		FNativeConstructionScope Scope;
-		while (!Registry.PendingTypes.IsEmpty())
 		{
-			UObject* (*Register)() = Registry.PendingTypes[0];
-			Registry.PendingTypes.RemoveAt(0);
-			Register();
+			FNativeConstructionScope Scope;
+			while (!Registry.PendingTypes.IsEmpty())
+			{
+				UObject* (*Register)() = Registry.PendingTypes[0];
+				Registry.PendingTypes.RemoveAt(0);
+				Register();
+			}
 		}
+		// The types are findable now. Callbacks run in a scope of their own, so their lookups do not
+		// start this processing again; each is taken off the queue before it runs.
+		FNativeConstructionScope CallbackScope;
+		while (!Registry.PendingCallbacks.IsEmpty())
+		{
+			void (*Callback)() = Registry.PendingCallbacks[0];
+			Registry.PendingCallbacks.RemoveAt(0);
+			Callback();
+		}
+	}
+
+	FRegisterCompiledInCallback::FRegisterCompiledInCallback(void (*Callback)())
+	{
+		FCompiledInRegistry::Get().PendingCallbacks.Add(Callback);
 	}
 
 	FRegisterCompiledInClass::FRegisterCompiledInClass(UClass* (*StaticClassFn)())

@@ -3,6 +3,7 @@
 #include "UObject/Package.h"
 #include "UObject/UnrealType.h"
 #include "UObject/UObjectGlobals.h"
+#include "UObject/AssetRegistryTagsContext.h"
 #include "ObjectRegistry.h"
 
 using namespace UE::CoreUObject::Private;
@@ -191,6 +192,10 @@ bool UObject::IsAsset() const
 	}
 	const UPackage* Package = (const UPackage*)Outer;
 	return !Package->HasAnyFlags(RF_Transient) && !Package->HasAnyPackageFlags(PKG_CompiledIn);
+}
+
+void UObject::GetAssetRegistryTags(FAssetRegistryTagsContext Context) const
+{
 }
 
 FString UObject::GetDetailedInfo() const

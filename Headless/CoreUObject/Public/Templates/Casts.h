@@ -2,6 +2,7 @@
 
 #include "UObject/Object.h"
 #include "UObject/Class.h"
+#include "UObject/ObjectPtr.h"
 
 #include <type_traits>
 

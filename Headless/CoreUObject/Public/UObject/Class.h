@@ -434,6 +434,8 @@ public:
 	virtual const TCHAR* GetPrefixCPP() const override;
 	virtual void SetSuperStruct(UStruct* NewSuperStruct) override;
 	virtual bool IsFunctionImplementedInScript(FName InFunctionName) const { return false; }
+	/** Classes are never assets, even when they live in an asset package. */
+	virtual bool IsAsset() const override { return false; }
 
 	/**
 	 * The type of TypeClass named InPathNameOrShortName: a path ("/Script/Engine.Actor") or a short

@@ -4,6 +4,7 @@
 #include "UObject/ObjectMacros.h"
 
 class FOutputDevice;
+class FAssetRegistryTagsContext;
 class UFunction;
 class UWorld;
 struct FPropertyChangedEvent;
@@ -74,6 +75,8 @@ public:
 	UObject* GetArchetype() const;
 	/** True for the main object of an asset package (public, not transient, directly under the package). */
 	virtual bool IsAsset() const;
+	/** Adds the tags the asset registry records for this asset (none by default). */
+	virtual void GetAssetRegistryTags(FAssetRegistryTagsContext Context) const;
 	virtual UWorld* GetWorld() const { return nullptr; }
 	virtual bool IsEditorOnly() const { return false; }
 	/** Text used in the editor to describe the object. */

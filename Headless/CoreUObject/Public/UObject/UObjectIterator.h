@@ -11,6 +11,16 @@ namespace UE::CoreUObject::Private
 	COREUOBJECT_API UObject* GetObjectAtIndex(int32 Index);
 	/** Registers pending native classes, structs and enums so iteration sees them. */
 	COREUOBJECT_API void EnsureCompiledInTypesRegistered();
+
+	/**
+	 * Queues a function run once, in registration order, right after the compiled-in types are registered
+	 * and before the lookup that triggered their registration goes on (a data-defined type library, for
+	 * instance). The function may make objects and look them up.
+	 */
+	struct COREUOBJECT_API FRegisterCompiledInCallback
+	{
+		explicit FRegisterCompiledInCallback(void (*Callback)());
+	};
 }
 
 /** Walks every live object (not garbage), in creation order. */
