@@ -3,6 +3,7 @@
 // C++ classes with reflected members shared by the object system's tests.
 
 #include "CoreUObject.h"
+#include "../Core/StringTestUtils.h"
 
 /** A node-like class with one reflected member of most kinds. */
 class UTestReflectedObject : public UObject
