@@ -33,12 +33,18 @@ namespace
 		}
 		else
 		{
+			// "(null)" is the object part of an unbound delegate; its ')' does not end the value.
+			if (FCString::Strncmp(Buffer, TEXT("(null)"), 6) == 0)
+			{
+				Text += TEXT("(null)");
+				Buffer += 6;
+			}
 			while (*Buffer && *Buffer != TEXT(',') && *Buffer != TEXT(')') && !FChar::IsWhitespace(*Buffer))
 			{
 				Text.AppendChar(*Buffer++);
 			}
 		}
-		if (Text.IsEmpty() || Text == TEXT("None") || Text == TEXT("(null).None"))
+		if (Text.IsEmpty() || Text == TEXT("None") || Text.StartsWith(TEXT("(null).")))
 		{
 			Delegate.Unbind();
 			return Buffer;
