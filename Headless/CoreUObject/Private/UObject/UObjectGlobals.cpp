@@ -867,3 +867,135 @@ void CollectGarbage(EObjectFlags KeepFlags, bool bPerformFullPurge)
 		}
 	}
 }
+
+// Duplication
+
+FObjectDuplicationParameters::FObjectDuplicationParameters(UObject* InSourceObject, UObject* InDestOuter)
+	: SourceObject(InSourceObject), DestOuter(InDestOuter)
+{
+}
+
+UObject* StaticDuplicateObjectEx(FObjectDuplicationParameters& Parameters)
+{
+	UObject* Source = Parameters.SourceObject;
+	if (!Source)
+	{
+		return nullptr;
+	}
+	UObject* DestOuter = Parameters.DestOuter ? Parameters.DestOuter : (UObject*)GetTransientPackage();
+	UClass* DestClass = Parameters.DestClass ? Parameters.DestClass : Source->GetClass();
+	if (!DestClass->IsChildOf(Source->GetClass()) && !Source->GetClass()->IsChildOf(DestClass))
+	{
+		LogError(FString::Printf(TEXT("DuplicateObject: %s cannot become a %s"), *Source->GetFullName(), *DestClass->GetName()));
+		return nullptr;
+	}
+	for (const UObject* Check = DestOuter; Check; Check = Check->GetOuter())
+	{
+		if (Check == Source)
+		{
+			LogError(FString::Printf(TEXT("DuplicateObject: %s cannot be copied into itself"), *Source->GetFullName()));
+			return nullptr;
+		}
+	}
+
+	// The source and everything inside it, outers before the objects they hold. Objects that refuse
+	// duplication (RF_DuplicateTransient) stay behind with everything inside them.
+	TArray<UObject*> Sources;
+	Sources.Add(Source);
+	for (int32 Index = 0; Index < Sources.Num(); ++Index)
+	{
+		ForEachObjectWithOuterDirect(Sources[Index], [&Sources](UObject* Inner) {
+			if (!Inner->HasAnyFlags(RF_DuplicateTransient))
+			{
+				Sources.Add(Inner);
+			}
+			return true;
+		});
+	}
+
+	TMap<UObject*, UObject*> Copies;
+	for (UObject* Original : Sources)
+	{
+		const bool bIsRoot = Original == Source;
+		UObject* CopyOuter = bIsRoot ? DestOuter : Copies.FindRef(Original->GetOuter());
+		if (!CopyOuter)
+		{
+			continue;
+		}
+		const FName CopyName = bIsRoot ? (Parameters.DestName.IsNone() ? MakeUniqueObjectName(DestOuter, DestClass) : Parameters.DestName) : Original->GetFName();
+		UObject* Copy = nullptr;
+		if (!bIsRoot)
+		{
+			// The copy's constructor may already have made this subobject (a default subobject).
+			UObject* Existing = StaticFindObjectFast(nullptr, CopyOuter, CopyName);
+			if (Existing && Existing->GetClass() == Original->GetClass())
+			{
+				Copy = Existing;
+			}
+		}
+		if (!Copy)
+		{
+			FStaticConstructObjectParameters Params(bIsRoot ? DestClass : Original->GetClass());
+			Params.Outer = CopyOuter;
+			Params.Name = CopyName;
+			Params.SetFlags = (Original->GetMaskedFlags(Parameters.FlagMask) | Parameters.ApplyFlags) & ~(RF_ClassDefaultObject | RF_MirroredGarbage);
+			Copy = StaticConstructObject_Internal(Params);
+		}
+		if (!Copy)
+		{
+			LogError(FString::Printf(TEXT("DuplicateObject: could not make the copy of %s"), *Original->GetFullName()));
+			return nullptr;
+		}
+		Copies.Add(Original, Copy);
+	}
+
+	for (const TPair<UObject*, UObject*>& Pair : Copies)
+	{
+		UObject* Original = Pair.Key;
+		UObject* Copy = Pair.Value;
+		const UClass* SharedClass = Copy->GetClass()->IsChildOf(Original->GetClass()) ? Original->GetClass() : Copy->GetClass();
+		for (FProperty* Property = SharedClass->PropertyLink; Property; Property = Property->PropertyLinkNext)
+		{
+			if (!Property->HasAnyPropertyFlags(CPF_DuplicateTransient))
+			{
+				Property->CopyCompleteValue_InContainer(Copy, Original);
+			}
+		}
+		// References into the copied objects follow them to their copies.
+		ForEachObjectReferenceInStruct(Copy->GetClass(), Copy, [&Copies](UObject*& Reference) {
+			if (UObject* const* Redirected = Copies.Find(Reference))
+			{
+				Reference = *Redirected;
+			}
+		});
+	}
+	for (const TPair<UObject*, UObject*>& Pair : Copies)
+	{
+		Pair.Value->PostDuplicate(false);
+	}
+	if (Parameters.CreatedObjects)
+	{
+		*Parameters.CreatedObjects = Copies;
+	}
+	return Copies.FindRef(Source);
+}
+
+UObject* StaticDuplicateObject(const UObject* SourceObject, UObject* DestOuter, const FName DestName, EObjectFlags FlagMask, UClass* DestClass)
+{
+	FObjectDuplicationParameters Parameters(const_cast<UObject*>(SourceObject), DestOuter);
+	Parameters.DestName = DestName;
+	Parameters.FlagMask = FlagMask;
+	Parameters.DestClass = DestClass;
+	return StaticDuplicateObjectEx(Parameters);
+}
+
+UObject* DuplicateObject_Internal(UClass* Class, const UObject* SourceObject, UObject* DestOuter, const FName DestName)
+{
+	UObject* Copy = StaticDuplicateObject(SourceObject, DestOuter, DestName);
+	if (Copy && Class && !Copy->IsA(Class))
+	{
+		LogError(FString::Printf(TEXT("DuplicateObject: the copy of %s is not a %s"), *SourceObject->GetFullName(), *Class->GetName()));
+		return nullptr;
+	}
+	return Copy;
+}
