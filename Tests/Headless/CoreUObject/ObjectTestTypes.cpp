@@ -24,3 +24,10 @@ IMPLEMENT_CLASS(UTestAbstractObject)
 IMPLEMENT_CLASS(UTestLifetimeObject,
 	UE_NATIVE_PROPERTY(FObjectProperty, Other, CPF_None, UObject::StaticClass());
 )
+
+IMPLEMENT_CLASS(UTestInterface)
+
+IMPLEMENT_CLASS(UTestOwnerObject,
+	UE_NATIVE_PROPERTY(FObjectProperty, Component, CPF_InstancedReference | CPF_TObjectPtr, UTestReflectedObject::StaticClass());
+	Class->Interfaces.Emplace(UTestInterface::StaticClass(), VTABLE_OFFSET(ThisClass, ITestInterface), false);
+)

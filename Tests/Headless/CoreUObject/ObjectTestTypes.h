@@ -62,3 +62,33 @@ public:
 	bool bPostInitCalled = false;
 	TObjectPtr<UObject> Other;
 };
+
+/** An interface, with its native side. */
+class UTestInterface : public UInterface
+{
+	DECLARE_CLASS(UTestInterface, UInterface, CLASS_Abstract | CLASS_Interface, CASTCLASS_None, TEXT("/Script/CoreUObjectTests"), NO_API)
+};
+
+class ITestInterface
+{
+public:
+	using UClassType = UTestInterface;
+	virtual ~ITestInterface() = default;
+	virtual int32 GetAnswer() const = 0;
+};
+
+/** Implements the interface natively, and makes a default subobject in its constructor. */
+class UTestOwnerObject : public UObject, public ITestInterface
+{
+	DECLARE_CLASS(UTestOwnerObject, UObject, CLASS_None, CASTCLASS_None, TEXT("/Script/CoreUObjectTests"), NO_API)
+
+public:
+	UTestOwnerObject()
+	{
+		Component = CreateDefaultSubobject<UTestReflectedObject>(TEXT("Component"));
+	}
+
+	virtual int32 GetAnswer() const override { return 42; }
+
+	TObjectPtr<UTestReflectedObject> Component;
+};

@@ -75,6 +75,28 @@ namespace UE::CoreUObject::Private
 			return !Class->HasAnyClassFlags(CLASS_Native) || Class->GetPropertiesSize() > Class->GetNativeSize();
 		}
 
+		/**
+		 * A data-defined property must lie beyond the C++ part of every object it can be part of. One added to a
+		 * native class that has a native subclass would overlap the subclass's C++ members; such a class is refused.
+		 */
+		bool HasOverlappingDataProperties(const UClass* Class, FString& OutProperty)
+		{
+			const int32 NativeSize = Class->GetNativeSize();
+			for (const UStruct* Struct = Class; Struct; Struct = Struct->GetSuperStruct())
+			{
+				for (FField* Field = Struct->ChildProperties; Field; Field = Field->Next)
+				{
+					const FProperty* Property = CastField<FProperty>(Field);
+					if (Property && !Property->HasNativeOffset() && Property->GetOffset_ForInternal() < NativeSize)
+					{
+						OutProperty = Property->GetPathName();
+						return true;
+					}
+				}
+			}
+			return false;
+		}
+
 		/** Splits "A.B:C" into segments, returning false on empty segments. */
 		bool SplitObjectPath(const FString& Path, TArray<FString>& OutSegments)
 		{
@@ -204,6 +226,14 @@ UObject* StaticConstructObject_Internal(const FStaticConstructObjectParameters& 
 	if (Class->GetPropertiesSize() < Class->GetNativeSize() || Class->GetPropertiesSize() <= 0)
 	{
 		LogError(FString::Printf(TEXT("NewObject: class %s is not linked; call StaticLink() first"), *Class->GetPathName()));
+		return nullptr;
+	}
+
+	FString OverlappingProperty;
+	if (HasOverlappingDataProperties(Class, OverlappingProperty))
+	{
+		LogError(FString::Printf(TEXT("NewObject: %s was added to a native class but lies inside the C++ part of %s; give the native class that member in C++"),
+			*OverlappingProperty, *Class->GetName()));
 		return nullptr;
 	}
 
