@@ -252,11 +252,19 @@ namespace UE::Catalogue::Private
 				}
 				return *Found;
 			}
-			// Types the catalogue does not define are C++ types of CoreUObject (Object, Vector...).
+			// Types the catalogue does not define are C++ types of CoreUObject (Object, Vector...) or
+			// types an earlier registration made.
 			UObject* Native = StaticFindObject(ExpectedClass, nullptr, *Path);
 			if (!Native)
 			{
-				Fail(FString::Printf(TEXT("unknown %s '%s'"), *ExpectedClass->GetName(), *Path));
+				if (UObject* Other = StaticFindObject(UObject::StaticClass(), nullptr, *Path))
+				{
+					Fail(FString::Printf(TEXT("'%s' is a %s, not a %s"), *Path, *Other->GetClass()->GetName(), *ExpectedClass->GetName()));
+				}
+				else
+				{
+					Fail(FString::Printf(TEXT("unknown %s '%s'"), *ExpectedClass->GetName(), *Path));
+				}
 				return nullptr;
 			}
 			TypesByPath.Add(Path, Native);
@@ -630,7 +638,8 @@ namespace UE::Catalogue::Private
 				FProperty* Property = CreateProperty(Function, ToFName(*Member(Param, "name")), Param, Flags, bOutSkipped);
 				if (!Property)
 				{
-					return false;
+					// A kind the object system cannot represent leaves the whole function out; the caller counts it.
+					return bOutSkipped && Error.IsEmpty();
 				}
 				Function->AddCppProperty(Property);
 				if (!ApplyMetaData(Property, Param))
@@ -853,7 +862,10 @@ namespace UE::Catalogue::Private
 					}
 				}
 				TypesByPath.Add(Path, Enum);
-				RecordType(Enum, Json);
+				if (!bNative)
+				{
+					RecordType(Enum, Json);
+				}
 			}
 			return true;
 		}
@@ -882,7 +894,10 @@ namespace UE::Catalogue::Private
 				TypesByPath.Add(Path, Entry.Struct);
 				StructIndex.Add(Entry.Struct, Structs.Num());
 				Structs.Add(Entry);
-				RecordType(Entry.Struct, Json);
+				if (!Entry.bNative)
+				{
+					RecordType(Entry.Struct, Json);
+				}
 			}
 			return true;
 		}
@@ -942,7 +957,10 @@ namespace UE::Catalogue::Private
 				}
 				TypesByPath.Add(Path, Entry.Class);
 				Classes.Add(Entry);
-				RecordType(Entry.Class, Json);
+				if (!Entry.bNative)
+				{
+					RecordType(Entry.Class, Json);
+				}
 				if (!Error.IsEmpty())
 				{
 					return false;
@@ -1143,6 +1161,7 @@ namespace UE::Catalogue::Private
 			// subclass could have members at the same place.
 			const bool bMayAddProperties = !Entry.bNative || !NativeSuperClasses.Contains(Class);
 			bool bAddedProperties = false;
+			bool bAddedMembers = false;
 			if (const FJson* Properties = GetArray(*Entry.Json, "properties"))
 			{
 				const auto& Array = Properties->GetArray();
@@ -1176,6 +1195,7 @@ namespace UE::Catalogue::Private
 						return false;
 					}
 					bAddedProperties = true;
+					bAddedMembers = true;
 					++Stats.NumProperties;
 				}
 			}
@@ -1222,6 +1242,7 @@ namespace UE::Catalogue::Private
 					Class->AddFunctionToFunctionMap(Function, Name);
 					Function->Next = Class->Children;
 					Class->Children = Function;
+					bAddedMembers = true;
 					++Stats.NumFunctions;
 				}
 			}
@@ -1237,6 +1258,11 @@ namespace UE::Catalogue::Private
 			else if (bAddedProperties)
 			{
 				Class->StaticLink(true);
+			}
+			if (Entry.bNative && bAddedMembers)
+			{
+				// A C++ class the catalogue completed counts as one of its types.
+				RecordType(Class, *Entry.Json);
 			}
 			return true;
 		}

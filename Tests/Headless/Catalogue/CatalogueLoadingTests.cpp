@@ -63,7 +63,14 @@ TEST(CatalogueLoading, EveryCatalogueClassIsLinkedAndConstructible)
 		SCOPED_TRACE(U8(Class->GetPathName()));
 		ASSERT_NE(Class->ClassConstructor, nullptr);
 		EXPECT_GE(Class->GetPropertiesSize(), Class->GetSuperClass()->GetPropertiesSize());
-		UObject* Object = NewObject<UObject>(GetTransientPackage(), Class);
+		// A class that must live inside another (AnimInstance within SkeletalMeshComponent) gets such an outer.
+		UObject* Outer = GetTransientPackage();
+		if (Class->ClassWithin && Class->ClassWithin != UObject::StaticClass())
+		{
+			Outer = NewObject<UObject>(GetTransientPackage(), Class->ClassWithin);
+			ASSERT_NE(Outer, nullptr);
+		}
+		UObject* Object = NewObject<UObject>(Outer, Class);
 		ASSERT_NE(Object, nullptr);
 		EXPECT_EQ(Object->GetClass(), Class);
 		++Checked;

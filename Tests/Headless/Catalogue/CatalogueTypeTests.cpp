@@ -125,11 +125,13 @@ TEST(CatalogueTypes, EnumsHaveTheirEntriesValuesAndDisplayNames)
 	EXPECT_EQ(Channel->GetCppForm(), UEnum::ECppForm::Regular);
 	EXPECT_EQ(MetaOf(Channel, TEXT("BlueprintType")), "true");
 	EXPECT_EQ(Channel->GetValueByName(TEXT("ECC_WorldStatic")), 0);
-	EXPECT_EQ(Channel->GetValueByName(TEXT("ECC_Visibility")), 2);
-	EXPECT_EQ(Channel->GetValueByName(TEXT("ECC_Camera")), 3);
+	EXPECT_EQ(Channel->GetValueByName(TEXT("ECC_Pawn")), 2);
+	EXPECT_EQ(Channel->GetValueByName(TEXT("ECC_Visibility")), 3);
+	EXPECT_EQ(Channel->GetValueByName(TEXT("ECC_Camera")), 4);
+	EXPECT_EQ(Channel->GetValueByName(TEXT("ECC_GameTraceChannel1")), 14);
 	EXPECT_EQ(U8(Channel->GetNameStringByValue(1)), "ECC_WorldDynamic");
 	EXPECT_EQ(U8(Channel->GetDisplayNameTextByValue(0).ToString()), "WorldStatic");
-	EXPECT_EQ(U8(Channel->GetDisplayNameTextByValue(2).ToString()), "Visibility");
+	EXPECT_EQ(U8(Channel->GetDisplayNameTextByValue(3).ToString()), "Visibility");
 	// The source lists its own _MAX entry, so none is added.
 	EXPECT_TRUE(Channel->ContainsExistingMax());
 	EXPECT_EQ(Channel->GetIndexByName(TEXT("ECC_MAX")), Channel->NumEnums() - 1);
@@ -267,7 +269,11 @@ TEST(CatalogueTypes, MinimalTypesAreFlagged)
 	EXPECT_FALSE(UE::Catalogue::IsMinimalType(Actor));
 	EXPECT_TRUE(UE::Catalogue::IsMinimalType(FindObject<UScriptStruct>(nullptr, TEXT("/Script/InputCore.Key"))));
 	EXPECT_TRUE(UE::Catalogue::IsMinimalType(FindObject<UEnum>(nullptr, TEXT("/Script/SlateCore.ECheckBoxState"))));
+	// C++ types count only when the catalogue completed them: Object gains ExecuteUbergraph, Package nothing.
 	EXPECT_FALSE(UE::Catalogue::IsCatalogueType(UPackage::StaticClass()));
+	EXPECT_TRUE(UE::Catalogue::IsCatalogueType(UObject::StaticClass()));
+	EXPECT_FALSE(UE::Catalogue::IsMinimalType(UObject::StaticClass()));
+	EXPECT_FALSE(UE::Catalogue::IsCatalogueType(TBaseStructure<FVector>::Get()));
 	EXPECT_FALSE(UE::Catalogue::IsCatalogueType(nullptr));
 	// Minimal types still sit in the right module and hierarchy.
 	EXPECT_TRUE(FindClass(TEXT("/Script/Engine.SoundBase")) != nullptr);
