@@ -175,7 +175,8 @@ TEST(FTextTest, BasicsAndOrigins)
 	EXPECT_TRUE(FText::FromString(TEXT(" \t")).IsEmptyOrWhitespace());
 	EXPECT_FALSE(FText::FromString(TEXT(" a ")).IsEmptyOrWhitespace());
 	EXPECT_EQ(U8(FText::FromName(FName(TEXT("SomeName"))).ToString()), "SomeName");
-	EXPECT_TRUE(FText::FromString(TEXT("x")).IsCultureInvariant());
+	// In the editor, texts made from strings are not culture invariant.
+	EXPECT_FALSE(FText::FromString(TEXT("x")).IsCultureInvariant());
 
 	const FText Localized = LOCTEXT("GreetingKey", "Hello");
 	EXPECT_EQ(U8(Localized.ToString()), "Hello");

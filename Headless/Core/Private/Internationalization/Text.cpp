@@ -173,19 +173,21 @@ const FText& FText::GetEmpty()
 	return Empty;
 }
 
+// This is the editor: the engine marks texts made from strings culture invariant only outside it
+// (GIsEditor false), so here they stay plain, and export as plain strings.
 FText FText::FromString(const FString& String)
 {
-	return FText(FString(String), EFlags::CultureInvariant);
+	return FText(FString(String), EFlags::None);
 }
 
 FText FText::FromString(FString&& String)
 {
-	return FText(std::move(String), EFlags::CultureInvariant);
+	return FText(std::move(String), EFlags::None);
 }
 
 FText FText::FromName(const FName& Name)
 {
-	return FText(Name.ToString(), EFlags::CultureInvariant);
+	return FromString(Name.ToString());
 }
 
 FText FText::AsCultureInvariant(const FString& String)
