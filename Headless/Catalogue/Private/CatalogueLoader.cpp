@@ -19,6 +19,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace UE::Catalogue::Private
@@ -147,6 +148,26 @@ namespace UE::Catalogue::Private
 			FString Error;
 			TArray<const char*> Scope;
 			FString ScopeModule;
+			/**
+			 * Names by their text. Most names recur (ReturnValue, WorldContextObject, Category,
+			 * NativeConst...), and looking one up here is much cheaper than making the FName again.
+			 * The keys point into the parsed documents, which live as long as the loader.
+			 */
+			std::unordered_map<std::string_view, FName> Names;
+
+		public:
+			FName Intern(const FJson& Value)
+			{
+				const std::string_view Text(Value.GetString(), Value.GetStringLength());
+				const auto Found = Names.find(Text);
+				if (Found != Names.end())
+				{
+					return Found->second;
+				}
+				const FName Name = ToFName(Value);
+				Names.emplace(Text, Name);
+				return Name;
+			}
 		};
 
 		struct FEntryScope
@@ -322,12 +343,12 @@ namespace UE::Catalogue::Private
 				{
 					return false;
 				}
-				const FString Key = ToFString(It->name);
-				if (bKeepExisting && Field->HasMetaData(*Key))
+				const FName Key = Loader.Intern(It->name);
+				if (bKeepExisting && Field->HasMetaData(Key))
 				{
 					continue;
 				}
-				Field->SetMetaData(*Key, ToFString(It->value));
+				Field->SetMetaData(Key, ToFString(It->value));
 			}
 			return true;
 		}
@@ -635,7 +656,7 @@ namespace UE::Catalogue::Private
 				{
 					return false;
 				}
-				FProperty* Property = CreateProperty(Function, ToFName(*Member(Param, "name")), Param, Flags, bOutSkipped);
+				FProperty* Property = CreateProperty(Function, Intern(*Member(Param, "name")), Param, Flags, bOutSkipped);
 				if (!Property)
 				{
 					// A kind the object system cannot represent leaves the whole function out; the caller counts it.
@@ -677,7 +698,7 @@ namespace UE::Catalogue::Private
 			{
 				return nullptr;
 			}
-			UFunction* Function = NewObject<UFunction>(Outer, FunctionClass, ToFName(*NameValue), GTypeObjectFlags);
+			UFunction* Function = NewObject<UFunction>(Outer, FunctionClass, Intern(*NameValue), GTypeObjectFlags);
 			Function->FunctionFlags = FunctionFlags;
 			bool bSkipped = false;
 			if (!AddParameters(Function, Json, bSkipped))
@@ -1068,7 +1089,7 @@ namespace UE::Catalogue::Private
 								EPropertyFlags Flags;
 								bool bSkipped = false;
 								bOk = GetString(Json, "name", true) && ReadFlags(Json, Flags);
-								FProperty* Property = bOk ? CreateProperty(Entry.Struct, ToFName(*Member(Json, "name")), Json, Flags, bSkipped) : nullptr;
+								FProperty* Property = bOk ? CreateProperty(Entry.Struct, Intern(*Member(Json, "name")), Json, Flags, bSkipped) : nullptr;
 								if (Property)
 								{
 									Entry.Struct->AddCppProperty(Property);
@@ -1174,7 +1195,7 @@ namespace UE::Catalogue::Private
 					{
 						return false;
 					}
-					const FName Name = ToFName(*Member(Json, "name"));
+					const FName Name = Intern(*Member(Json, "name"));
 					if (Entry.bNative && (Class->FindPropertyByName(Name) || !bMayAddProperties))
 					{
 						continue;
@@ -1216,7 +1237,7 @@ namespace UE::Catalogue::Private
 					{
 						return Fail(TEXT("a function needs a 'name'"));
 					}
-					const FName Name = ToFName(*NameValue);
+					const FName Name = Intern(*NameValue);
 					if (Entry.bNative && Class->FindFunctionByName(Name, EIncludeSuperFlag::ExcludeSuper))
 					{
 						continue;
