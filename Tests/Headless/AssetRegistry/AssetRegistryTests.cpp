@@ -12,6 +12,8 @@
 #include "UObject/UObjectGlobals.h"
 #include "UObject/UObjectHash.h"
 #include "UObject/UnrealType.h"
+#include "UObject/ObjectPtr.h"
+#include "Templates/Casts.h"
 
 #include <gtest/gtest.h>
 
@@ -315,5 +317,36 @@ TEST_F(AssetRegistryTest, FollowsSavesDeletionsAndUnmounts)
 	Registry().OnAssetUpdated().Remove(Updated);
 	Green->MarkAsGarbage();
 	Package->MarkAsGarbage();
+	CollectGarbage(RF_NoFlags);
+}
+
+TEST_F(AssetRegistryTest, AssetDataLoadsItsAssetAndScansStayInsideTheMounts)
+{
+	UPackage* Package = CreatePackage(TEXT("/Game/Balls/Yellow"));
+	URegistryTestBall* Yellow = NewObject<URegistryTestBall>(Package, TEXT("Yellow"), RF_Public | RF_Standalone);
+	Yellow->Colour = TEXT("Yellow");
+	ASSERT_TRUE(UPackage::Save(Package, Yellow, *FPackageName::LongPackageNameToFilename(TEXT("/Game/Balls/Yellow"), TEXT(".uasset")), FSavePackageArgs()).IsSuccessful())
+		<< U8(UE::Headless::GetLastPackageError());
+	Yellow->MarkAsGarbage();
+	Package->MarkAsGarbage();
+	CollectGarbage(RF_NoFlags);
+
+	const FAssetData Data = Registry().GetAssetByObjectPath(FSoftObjectPath(TEXT("/Game/Balls/Yellow.Yellow")));
+	ASSERT_TRUE(Data.IsValid());
+	EXPECT_FALSE(Data.IsAssetLoaded());
+	URegistryTestBall* Loaded = Cast<URegistryTestBall>(Data.GetAsset());
+	ASSERT_NE(Loaded, nullptr) << U8(UE::Headless::GetLastPackageError());
+	EXPECT_EQ(U8(Loaded->Colour), "Yellow");
+	EXPECT_TRUE(Data.IsAssetLoaded());
+
+	UE::Headless::TakeAssetRegistryScanErrors();
+	Registry().ScanPathsSynchronous({TEXT("/tmp"), TEXT("/Nowhere/Folder")});
+	const TArray<FString> Errors = UE::Headless::TakeAssetRegistryScanErrors();
+	ASSERT_EQ(Errors.Num(), 2);
+	EXPECT_NE(U8(Errors[0]).find("Cannot scan '/tmp': FilenameToLongPackageName failed to convert '/tmp': the file is not inside a mounted content folder"), std::string::npos) << U8(Errors[0]);
+	EXPECT_NE(U8(Errors[1]).find("Cannot scan '/Nowhere/Folder'"), std::string::npos) << U8(Errors[1]);
+
+	Loaded->MarkAsGarbage();
+	Loaded->GetPackage()->MarkAsGarbage();
 	CollectGarbage(RF_NoFlags);
 }

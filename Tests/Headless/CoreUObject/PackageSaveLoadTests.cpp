@@ -449,3 +449,35 @@ TEST_F(PackageSaveLoadTest, NamesThatAreNotPackagesOnDiskAreRefused)
 		EXPECT_EQ(U8(UE::Headless::GetLastPackageError()).substr(0, Case.Expected.size()), Case.Expected);
 	}
 }
+
+TEST_F(PackageSaveLoadTest, SavingThroughALinkThatLeavesTheFolderIsRefused)
+{
+	FTempContentFolder Outside(TEXT("/Outside/"));
+	std::filesystem::create_directory_symlink(FTempContentFolder::Native(Outside.GetContentDir()), FTempContentFolder::Native(Game.Content(TEXT("Escape"))));
+	UPackageTestAsset* Thing = MakeAsset(TEXT("/Game/Escape/Thing"));
+	const FString Filename = Game.Content(TEXT("Escape/Thing.uasset"));
+	EXPECT_FALSE(UPackage::Save(Thing->GetPackage(), Thing, *Filename, FSavePackageArgs()).IsSuccessful());
+	EXPECT_NE(U8(UE::Headless::GetLastPackageError()).find("Input '/Game/Escape/Thing' leads through the symbolic link '" + U8(Game.Content(TEXT("Escape"))) + "'"), std::string::npos)
+		<< U8(UE::Headless::GetLastPackageError());
+	EXPECT_TRUE(std::filesystem::is_empty(FTempContentFolder::Native(Outside.GetContentDir())));
+	EXPECT_EQ(LoadPackage(nullptr, TEXT("/Game/Escape/Thing"), LOAD_None), Thing->GetPackage()) << "the package in memory is the one known";
+	Unload(TEXT("/Game/Escape/Thing"));
+}
+
+TEST_F(PackageSaveLoadTest, LoadsByFileNameAndKeepsTheDirtyStateAsAsked)
+{
+	UPackageTestAsset* Crate = MakeAsset(TEXT("/Game/Crates/Crate"));
+	Crate->GetPackage()->SetDirtyFlag(true);
+	const FString Filename = SaveToItsFile(Crate->GetPackage(), Crate, SAVE_KeepDirty);
+	EXPECT_TRUE(Crate->GetPackage()->IsDirty());
+	EXPECT_FALSE(Crate->GetPackage()->HasAnyPackageFlags(PKG_NewlyCreated));
+	Unload(TEXT("/Game/Crates/Crate"));
+
+	UPackage* Loaded = LoadPackage(nullptr, *Filename, LOAD_None);
+	ASSERT_NE(Loaded, nullptr) << U8(UE::Headless::GetLastPackageError());
+	EXPECT_EQ(U8(Loaded->GetName()), "/Game/Crates/Crate");
+	EXPECT_EQ(U8(FPackageName::GetShortName(Loaded)), "Crate");
+	EXPECT_TRUE(Loaded->IsFullyLoaded());
+	EXPECT_FALSE(Loaded->IsDirty());
+	EXPECT_EQ(U8(UE::Headless::GetLastPackageError()), "");
+}

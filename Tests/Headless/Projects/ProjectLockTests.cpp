@@ -121,3 +121,21 @@ TEST(ProjectLock, AStaleLockFileFromADeadProcessIsTakenOver)
 	ASSERT_TRUE(FFileHelper::LoadFileToString(Owner, *Folder.Path(TEXT("Saved/.calvorn-lock"))));
 	EXPECT_EQ(U8(Owner), std::to_string(::getpid()) + "\n");
 }
+
+TEST(ProjectLock, ALockIsRemovedWhenItsProcessExitsNormally)
+{
+	FTempProjectFolder Folder;
+	ASSERT_FALSE(UE::Headless::IsProjectOpen());
+	const pid_t Child = ::fork();
+	if (Child == 0)
+	{
+		FString Error;
+		// Runs the exit handlers, which release the lock.
+		std::exit(UE::Headless::OpenProject(Folder.GetProjectFile(), Error) && FPaths::FileExists(Folder.Path(TEXT("Saved/.calvorn-lock"))) ? 0 : 1);
+	}
+	int Status = 0;
+	::waitpid(Child, &Status, 0);
+	ASSERT_TRUE(WIFEXITED(Status));
+	EXPECT_EQ(WEXITSTATUS(Status), 0);
+	EXPECT_FALSE(FPaths::FileExists(Folder.Path(TEXT("Saved/.calvorn-lock"))));
+}

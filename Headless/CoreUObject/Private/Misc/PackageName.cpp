@@ -5,6 +5,7 @@
 #include "Interfaces/IPluginManager.h"
 #include "Misc/Paths.h"
 #include "Misc/PackageNamePrivate.h"
+#include "UObject/Package.h"
 
 #include <algorithm>
 #include <system_error>
@@ -599,6 +600,12 @@ FString FPackageName::GetShortName(const FString& LongName)
 	int32 SlashIndex = INDEX_NONE;
 	LongName.FindLastChar(TEXT('/'), SlashIndex);
 	return LongName.Mid(SlashIndex + 1);
+}
+
+FString FPackageName::GetShortName(const UPackage* Package)
+{
+	check(Package);
+	return GetShortName(Package->GetName());
 }
 
 FString FPackageName::GetShortName(const FName& LongName)
