@@ -281,3 +281,41 @@ TEST(CatalogueTypes, MinimalTypesAreFlagged)
 	EXPECT_TRUE(FindClass(TEXT("/Script/UMG.CanvasPanelSlot"))->IsChildOf(FindClass(TEXT("/Script/UMG.PanelSlot"))));
 	EXPECT_NE(FindObject<UScriptStruct>(nullptr, TEXT("/Script/CoreUObject.RandomStream")), nullptr);
 }
+
+TEST(CatalogueTypes, TheCoreSetIsPresent)
+{
+	StartCatalogue();
+	const TCHAR* const Classes[] = {
+		TEXT("/Script/CoreUObject.Object"), TEXT("/Script/CoreUObject.Interface"), TEXT("/Script/Engine.Actor"), TEXT("/Script/Engine.Pawn"),
+		TEXT("/Script/Engine.Character"), TEXT("/Script/Engine.Controller"), TEXT("/Script/Engine.PlayerController"),
+		TEXT("/Script/Engine.GameModeBase"), TEXT("/Script/Engine.ActorComponent"), TEXT("/Script/Engine.SceneComponent"),
+		TEXT("/Script/Engine.PrimitiveComponent"), TEXT("/Script/Engine.StaticMeshComponent"), TEXT("/Script/Engine.SkeletalMeshComponent"),
+		TEXT("/Script/Engine.CapsuleComponent"), TEXT("/Script/Engine.BoxComponent"), TEXT("/Script/Engine.SphereComponent"),
+		TEXT("/Script/Engine.CameraComponent"), TEXT("/Script/Engine.SpringArmComponent"), TEXT("/Script/Engine.CharacterMovementComponent"),
+		TEXT("/Script/Engine.KismetMathLibrary"), TEXT("/Script/Engine.KismetSystemLibrary"), TEXT("/Script/Engine.KismetStringLibrary"),
+		TEXT("/Script/Engine.KismetTextLibrary"), TEXT("/Script/Engine.KismetArrayLibrary"), TEXT("/Script/Engine.GameplayStatics"),
+		TEXT("/Script/UMG.UserWidget"), TEXT("/Script/Engine.AnimInstance"), TEXT("/Script/AIModule.BTTask_BlueprintBase"),
+		TEXT("/Script/Engine.BlueprintFunctionLibrary"),
+	};
+	for (const TCHAR* Path : Classes)
+	{
+		EXPECT_NE(FindObject<UClass>(nullptr, Path), nullptr) << U8(Path);
+	}
+	const TCHAR* const Structs[] = {
+		TEXT("/Script/CoreUObject.Vector"), TEXT("/Script/CoreUObject.Rotator"), TEXT("/Script/CoreUObject.Transform"),
+		TEXT("/Script/CoreUObject.LinearColor"), TEXT("/Script/CoreUObject.Color"), TEXT("/Script/CoreUObject.Vector2D"),
+		TEXT("/Script/Engine.HitResult"), TEXT("/Script/CoreUObject.Timespan"), TEXT("/Script/CoreUObject.DateTime"),
+	};
+	for (const TCHAR* Path : Structs)
+	{
+		const UScriptStruct* Struct = FindObject<UScriptStruct>(nullptr, Path);
+		ASSERT_NE(Struct, nullptr) << U8(Path);
+		EXPECT_GT(Struct->GetStructureSize(), 0) << U8(Path);
+	}
+	EXPECT_NE(FindObject<UEnum>(nullptr, TEXT("/Script/Engine.ECollisionChannel")), nullptr);
+	EXPECT_NE(FindObject<UEnum>(nullptr, TEXT("/Script/Engine.EMovementMode")), nullptr);
+	// Data-defined core structs get their members from the catalogue: FDateTime holds its ticks.
+	const UScriptStruct* DateTime = FindObject<UScriptStruct>(nullptr, TEXT("/Script/CoreUObject.DateTime"));
+	ASSERT_NE(DateTime, nullptr);
+	EXPECT_NE(CastField<FInt64Property>(DateTime->FindPropertyByName(TEXT("Ticks"))), nullptr);
+}
