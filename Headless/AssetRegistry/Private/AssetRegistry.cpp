@@ -58,6 +58,7 @@ namespace
 
 		virtual bool GetAssets(const FARFilter& Filter, TArray<FAssetData>& OutAssetData, bool bSkipARFilteredAssets) const override
 		{
+			EnsureSearched();
 			TSet<FTopLevelAssetPath> Classes;
 			for (const FTopLevelAssetPath& ClassPath : Filter.ClassPaths)
 			{
@@ -142,6 +143,7 @@ namespace
 
 		virtual FAssetData GetAssetByObjectPath(const FSoftObjectPath& ObjectPath, bool bIncludeOnlyOnDiskAssets, bool bSkipARFilteredAssets) const override
 		{
+			EnsureSearched();
 			if (!ObjectPath.IsAsset())
 			{
 				return FAssetData();
@@ -157,6 +159,7 @@ namespace
 
 		virtual bool HasAssets(const FName PackagePath, const bool bRecursive) const override
 		{
+			EnsureSearched();
 			const FString Folder = WithoutTrailingSlash(PackagePath.ToString());
 			for (const TPair<FName, FPackageEntry>& Pair : Packages)
 			{
@@ -174,6 +177,7 @@ namespace
 		virtual bool GetDependencies(FName PackageName, TArray<FName>& OutDependencies, UE::AssetRegistry::EDependencyCategory Category,
 			const UE::AssetRegistry::FDependencyQuery& Flags) const override
 		{
+			EnsureSearched();
 			const FPackageEntry* Package = Packages.Find(PackageName);
 			if (!Package)
 			{
@@ -192,6 +196,7 @@ namespace
 		virtual bool GetReferencers(FName PackageName, TArray<FName>& OutReferencers, UE::AssetRegistry::EDependencyCategory Category,
 			const UE::AssetRegistry::FDependencyQuery& Flags) const override
 		{
+			EnsureSearched();
 			if (!EnumHasAnyFlags(Category, UE::AssetRegistry::EDependencyCategory::Package))
 			{
 				return false;
@@ -214,6 +219,7 @@ namespace
 
 		virtual void GetSubPaths(const FString& InBasePath, TArray<FString>& OutPathList, bool bInRecurse) const override
 		{
+			EnsureSearched();
 			const FString Base = WithoutTrailingSlash(InBasePath);
 			TArray<FString> Found;
 			for (const TPair<FName, FPackageEntry>& Pair : Packages)
@@ -451,6 +457,18 @@ namespace
 		}
 
 	private:
+		/**
+		 * The first question asked of the registry finds it searched: the editor starts its search at
+		 * start-up, so asking before any scan must not answer "nothing".
+		 */
+		void EnsureSearched() const
+		{
+			if (!bSearchedAll)
+			{
+				const_cast<FAssetRegistryImpl*>(this)->SearchAllAssets(true);
+			}
+		}
+
 		bool Matches(const FARFilter& Filter, const TSet<FTopLevelAssetPath>& Classes, const TArray<FString>& Folders, const FAssetData& Asset) const
 		{
 			if (Filter.ClassPaths.Num() > 0 && !Classes.Contains(Asset.AssetClassPath))

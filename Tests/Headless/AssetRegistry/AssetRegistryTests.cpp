@@ -143,6 +143,8 @@ namespace
 
 TEST_F(AssetRegistryTest, ScansEveryMountedFolderAndReportsWhatItSkips)
 {
+	// Asked before any search, the registry searches first.
+	UE::Headless::ResetAssetRegistry();
 	TArray<FAssetData> All;
 	Registry().GetAllAssets(All);
 	EXPECT_EQ(ObjectPaths(All), TArray<std::string>({"/Game/Balls/Big/Blue.Blue", "/Game/Balls/Red.Red", "/Game/Boxes/Crate.Crate", "/Game/Maps/Level.Level",

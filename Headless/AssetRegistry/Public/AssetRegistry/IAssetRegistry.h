@@ -76,7 +76,10 @@ public:
 
 	// ---- Scanning --------------------------------------------------------------------------
 
-	/** Scans every mounted content folder. The headless registry always scans synchronously. */
+	/**
+	 * Scans every mounted content folder. The headless registry always scans synchronously, does so by
+	 * itself on the first question asked of it, and scans folders mounted after that as they come.
+	 */
 	virtual void SearchAllAssets(bool bSynchronousSearch) = 0;
 	/** Scans folders given as package paths ("/Game/Doors") or as folders on disk; known packages under them that are gone are forgotten. */
 	virtual void ScanPathsSynchronous(const TArray<FString>& InPaths, bool bForceRescan = false, bool bIgnoreDenyListScanFilters = false) = 0;

@@ -4,8 +4,6 @@
 #include "UObject/ObjectMacros.h"
 #include "UObject/Package.h"
 
-class FOutputDevice;
-
 /**
  * How UPackage::Save writes a package (the engine's FSavePackageArgs, without the cooking options).
  *
@@ -16,15 +14,18 @@ class FOutputDevice;
  */
 struct FSavePackageArgs
 {
-	/** Flags an object directly inside the package needs to be saved as an asset (the engine saves RF_Standalone ones). */
+	/**
+	 * The engine saves the objects with these flags that sit directly in the package, and what they
+	 * reference. The headless writer saves every object of the package that is not transient, so the
+	 * field is kept for the engine's signature only.
+	 */
 	EObjectFlags TopLevelFlags = RF_Standalone;
-	/** ESaveFlags: SAVE_NoError, SAVE_KeepDirty are honoured. */
+	/** ESaveFlags; SAVE_KeepDirty leaves the package dirty after a successful save. */
 	uint32 SaveFlags = SAVE_None;
+	/** Kept for the engine's signature; text files have no byte order and no slow-task UI. */
 	bool bForceByteSwapping = false;
 	bool bWarnOfLongFilename = true;
 	bool bSlowTask = true;
-	/** Where the reason of a failure is written when set. */
-	FOutputDevice* Error = nullptr;
 };
 
 namespace UE::Headless
