@@ -101,6 +101,17 @@ namespace
 			{
 				Plugin->bEnabled = ShouldEnable(*Plugin);
 			}
+			if (const FProjectDescriptor* Project = IProjectManager::Get().GetCurrentProject())
+			{
+				for (const FPluginReferenceDescriptor& Reference : Project->Plugins)
+				{
+					// Engine plug-ins are not part of the headless editor; only a reference that nothing answers is reported.
+					if (Reference.bEnabled && !Reference.bOptional && !FindPlugin(Reference.Name).IsValid())
+					{
+						Warnings.Add(FString::Printf(TEXT("The project enables plug-in '%s', which is not in its Plugins folder."), *Reference.Name));
+					}
+				}
+			}
 			for (const TSharedRef<FPlugin>& Plugin : Plugins)
 			{
 				Mount(*Plugin);

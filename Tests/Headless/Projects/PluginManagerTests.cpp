@@ -58,7 +58,9 @@ namespace
 		PluginManagerTest()
 			: Folder(TEXT("TestGame"), TEXT(R"({"FileVersion": 3, "Plugins": [
 				{"Name": "Dropped", "Enabled": false},
-				{"Name": "OptIn", "Enabled": true}
+				{"Name": "OptIn", "Enabled": true},
+				{"Name": "ModelingToolsEditorMode", "Enabled": true},
+				{"Name": "Maybe", "Enabled": true, "Optional": true}
 			]})"))
 		{
 			Folder.AddPlugin(TEXT("Zeta"), TEXT("Zeta"), TEXT(R"({"FileVersion": 3, "CanContainContent": true})"));
@@ -93,10 +95,11 @@ TEST_F(PluginManagerTest, ListsPluginsByNameAndEnablesThemByProjectThenDefault)
 	EXPECT_EQ(NamesOf(Manager.GetEnabledPluginsWithContent()),
 		TArray<std::string>({"alpha", "Bad Name", "Game", "Nested", "OptIn", "Zeta"}));
 
-	ASSERT_EQ(Warnings.Num(), 3);
+	ASSERT_EQ(Warnings.Num(), 4);
 	EXPECT_NE(U8(Warnings[0]).find("Plug-in 'Broken' is ignored. Failed to read descriptor file '" + U8(Folder.Path(TEXT("Plugins/Broken/Broken.uplugin")))), std::string::npos) << U8(Warnings[0]);
-	EXPECT_EQ(U8(Warnings[1]), "The content of plug-in 'Bad Name' is not mounted: the name contains a character that is invalid in package names.");
-	EXPECT_EQ(U8(Warnings[2]), "The content of plug-in 'Game' is not mounted: /Game/ is reserved by the engine.");
+	EXPECT_EQ(U8(Warnings[1]), "The project enables plug-in 'ModelingToolsEditorMode', which is not in its Plugins folder.");
+	EXPECT_EQ(U8(Warnings[2]), "The content of plug-in 'Bad Name' is not mounted: the name contains a character that is invalid in package names.");
+	EXPECT_EQ(U8(Warnings[3]), "The content of plug-in 'Game' is not mounted: /Game/ is reserved by the engine.");
 }
 
 TEST_F(PluginManagerTest, MountsGameContentAndEnabledPluginContent)
