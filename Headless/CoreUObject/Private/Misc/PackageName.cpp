@@ -979,23 +979,23 @@ bool FPackageName::TryConvertFilenameToLongPackageName(const FString& InFilename
 	FString Normalized = InFilename;
 	FPaths::NormalizeFilename(Normalized);
 
-	// Already a package name under a known root.
-	if (Normalized.StartsWith(TEXT("/")) && FMountPoints::Get().FindForPackagePath(Normalized))
-	{
-		const FString PackageName = StripLeafExtension(Normalized);
-		FText Reason;
-		if (!IsValidLongPackageName(PackageName, true, &Reason))
-		{
-			return Fail(FString::Printf(TEXT("FilenameToLongPackageName failed to convert '%s': %s"), *InFilename, *Reason.ToString()));
-		}
-		OutPackageName = PackageName;
-		return true;
-	}
-
+	// A file inside a mounted folder first: a folder on disk may well start like a root ("/Temp/...").
 	const FString Full = FPaths::ConvertRelativePathToFull(Normalized);
 	const FMountPoint* Mount = FMountPoints::Get().FindForFilename(Full);
 	if (!Mount)
 	{
+		// Already a package name under a known root.
+		if (Normalized.StartsWith(TEXT("/")) && FMountPoints::Get().FindForPackagePath(Normalized))
+		{
+			const FString PackageName = StripLeafExtension(Normalized);
+			FText Reason;
+			if (!IsValidLongPackageName(PackageName, true, &Reason))
+			{
+				return Fail(FString::Printf(TEXT("FilenameToLongPackageName failed to convert '%s': %s"), *InFilename, *Reason.ToString()));
+			}
+			OutPackageName = PackageName;
+			return true;
+		}
 		TArray<FString> Folders = QueryMountPointLocalAbsPaths();
 		return Fail(FString::Printf(TEXT("FilenameToLongPackageName failed to convert '%s': the file is not inside a mounted content folder (%s)."), *InFilename,
 			Folders.IsEmpty() ? TEXT("none is mounted") : *FString::Join(Folders, TEXT(", "))));
