@@ -8,7 +8,6 @@
 
 #include "CoreMinimal.h"
 #include "Catalogue/EngineCatalogue.h"
-#include "Modules/ModuleManager.h"
 #include "UObject/Class.h"
 #include "UObject/Package.h"
 #include "UObject/UObjectGlobals.h"
@@ -21,11 +20,11 @@ namespace
 {
 	void BM_RegisterEngineCatalogue(benchmark::State& State)
 	{
-		// The object system's own classes register on first use; that is not the catalogue's cost.
-		benchmark::DoNotOptimize(FindObject<UClass>(nullptr, TEXT("/Script/CoreUObject.Object")));
+		// The first lookup registers the object system's C++ types and then the catalogue; the
+		// catalogue's own share is measured inside the registration and reported as "ms".
 		for (auto _ : State)
 		{
-			FModuleManager::Get().LoadModuleChecked(TEXT("Catalogue"));
+			benchmark::DoNotOptimize(FindObject<UClass>(nullptr, TEXT("/Script/Engine.Actor")));
 		}
 		FString Error;
 		if (!UE::Catalogue::RegisterEngineCatalogue(&Error))

@@ -10,7 +10,6 @@ namespace
 	/** Registers one extra document and returns the error ("" on success). */
 	std::string RegisterDocument(const TCHAR* ModuleName, const char* Json)
 	{
-		StartCatalogue();
 		TArray<UE::Catalogue::FCatalogueDocument> Documents;
 		Documents.Add({ FString(ModuleName), UTF8ToFString(Json) });
 		FString Error;
@@ -20,9 +19,21 @@ namespace
 	}
 }
 
+TEST(CatalogueLoading, TheFirstLookupRegistersTheCatalogue)
+{
+	// No module loading, no explicit call: a program that links the catalogue just finds engine classes.
+	EXPECT_NE(FindFirstObject<UClass>(TEXT("Actor")), nullptr);
+	EXPECT_NE(FindObject<UClass>(nullptr, TEXT("/Script/Engine.Actor")), nullptr);
+	EXPECT_TRUE(UE::Catalogue::IsEngineCatalogueRegistered());
+	// Loading the module afterwards, as the engine does at start-up, changes nothing.
+	const int32 NumClasses = UE::Catalogue::GetCatalogueStats().NumClasses;
+	FModuleManager::Get().LoadModuleChecked(TEXT("Catalogue"));
+	EXPECT_TRUE(FModuleManager::Get().IsModuleLoaded(TEXT("Catalogue")));
+	EXPECT_EQ(UE::Catalogue::GetCatalogueStats().NumClasses, NumClasses);
+}
+
 TEST(CatalogueLoading, TheEngineCatalogueRegistersOnceAndCompletely)
 {
-	StartCatalogue();
 	FString Error;
 	EXPECT_TRUE(UE::Catalogue::RegisterEngineCatalogue(&Error)) << U8(Error);
 	EXPECT_TRUE(Error.IsEmpty());
@@ -51,7 +62,6 @@ TEST(CatalogueLoading, TheEngineCatalogueRegistersOnceAndCompletely)
 
 TEST(CatalogueLoading, EveryCatalogueClassIsLinkedAndConstructible)
 {
-	StartCatalogue();
 	int32 Checked = 0;
 	for (TObjectIterator<UClass> It; It; ++It)
 	{

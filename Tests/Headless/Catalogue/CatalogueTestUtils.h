@@ -23,15 +23,11 @@ namespace CatalogueTest
 		return FStringToUTF8(Str);
 	}
 
-	/** Starts the Catalogue module as a program does at start-up (the engine loads its modules). */
-	inline void StartCatalogue()
-	{
-		FModuleManager::Get().LoadModuleChecked(TEXT("Catalogue"));
-	}
+	// Nothing starts the catalogue here: linking the Catalogue module is enough, the first object
+	// lookup registers it (see CatalogueLoadingTests).
 
 	inline UClass* FindClass(const TCHAR* Path)
 	{
-		StartCatalogue();
 		return FindObject<UClass>(nullptr, Path);
 	}
 
