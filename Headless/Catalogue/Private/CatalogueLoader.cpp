@@ -939,6 +939,12 @@ namespace UE::Catalogue::Private
 				Entry.Module = &Module;
 				Entry.Class = FindObject<UClass>(nullptr, *Path);
 				Entry.bNative = Entry.Class != nullptr;
+				const FJson* DeclaredNative = Member(Json, "native");
+				if (!Entry.bNative && DeclaredNative && DeclaredNative->IsBool() && DeclaredNative->GetBool())
+				{
+					// Making a data class in its place would give the program two classes of that name.
+					return Fail(TEXT("is a C++ class of the object system, but it is not registered"));
+				}
 				if (Entry.bNative)
 				{
 					++Stats.NumAugmentedClasses;

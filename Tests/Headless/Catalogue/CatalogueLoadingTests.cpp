@@ -1,5 +1,6 @@
 #include "CatalogueTestUtils.h"
 
+#include "UObject/Interface.h"
 #include "UObject/Package.h"
 #include "UObject/UObjectIterator.h"
 
@@ -13,27 +14,34 @@ namespace
 		TArray<UE::Catalogue::FCatalogueDocument> Documents;
 		Documents.Add({ FString(ModuleName), UTF8ToFString(Json) });
 		FString Error;
+		StartCatalogue();
 		const bool bOk = UE::Catalogue::RegisterCatalogueDocuments(Documents, Error);
 		EXPECT_EQ(bOk, Error.IsEmpty()) << U8(Error);
 		return U8(Error);
 	}
 }
 
-TEST(CatalogueLoading, TheFirstLookupRegistersTheCatalogue)
+TEST(CatalogueLoading, StartingTheModuleRegistersTheCatalogue)
 {
-	// No module loading, no explicit call: a program that links the catalogue just finds engine classes.
-	EXPECT_NE(FindFirstObject<UClass>(TEXT("Actor")), nullptr);
-	EXPECT_NE(FindObject<UClass>(nullptr, TEXT("/Script/Engine.Actor")), nullptr);
-	EXPECT_TRUE(UE::Catalogue::IsEngineCatalogueRegistered());
-	// Loading the module afterwards, as the engine does at start-up, changes nothing.
-	const int32 NumClasses = UE::Catalogue::GetCatalogueStats().NumClasses;
-	FModuleManager::Get().LoadModuleChecked(TEXT("Catalogue"));
+	StartCatalogue();
 	EXPECT_TRUE(FModuleManager::Get().IsModuleLoaded(TEXT("Catalogue")));
-	EXPECT_EQ(UE::Catalogue::GetCatalogueStats().NumClasses, NumClasses);
+	EXPECT_TRUE(UE::Catalogue::IsEngineCatalogueRegistered());
+	EXPECT_NE(FindObject<UClass>(nullptr, TEXT("/Script/Engine.Actor")), nullptr);
+	// The object system's own classes are completed, never duplicated.
+	EXPECT_EQ(FindObject<UClass>(nullptr, TEXT("/Script/CoreUObject.Enum")), UEnum::StaticClass());
+	EXPECT_EQ(FindObject<UClass>(nullptr, TEXT("/Script/CoreUObject.Interface")), UInterface::StaticClass());
+	EXPECT_EQ(FindObject<UScriptStruct>(nullptr, TEXT("/Script/CoreUObject.Vector")), TBaseStructure<FVector>::Get());
+	int32 NumNamedEnum = 0;
+	for (TObjectIterator<UClass> It; It; ++It)
+	{
+		NumNamedEnum += It->GetName() == TEXT("Enum") ? 1 : 0;
+	}
+	EXPECT_EQ(NumNamedEnum, 1);
 }
 
 TEST(CatalogueLoading, TheEngineCatalogueRegistersOnceAndCompletely)
 {
+	StartCatalogue();
 	FString Error;
 	EXPECT_TRUE(UE::Catalogue::RegisterEngineCatalogue(&Error)) << U8(Error);
 	EXPECT_TRUE(Error.IsEmpty());
@@ -62,6 +70,7 @@ TEST(CatalogueLoading, TheEngineCatalogueRegistersOnceAndCompletely)
 
 TEST(CatalogueLoading, EveryCatalogueClassIsLinkedAndConstructible)
 {
+	StartCatalogue();
 	int32 Checked = 0;
 	for (TObjectIterator<UClass> It; It; ++It)
 	{

@@ -23,11 +23,15 @@ namespace CatalogueTest
 		return FStringToUTF8(Str);
 	}
 
-	// Nothing starts the catalogue here: linking the Catalogue module is enough, the first object
-	// lookup registers it (see CatalogueLoadingTests).
+	/** Starts the Catalogue module, as a program does when it starts its modules. */
+	inline void StartCatalogue()
+	{
+		FModuleManager::Get().LoadModuleChecked(TEXT("Catalogue"));
+	}
 
 	inline UClass* FindClass(const TCHAR* Path)
 	{
+		StartCatalogue();
 		return FindObject<UClass>(nullptr, Path);
 	}
 

@@ -119,6 +119,7 @@ TEST(CatalogueTypes, MemberPropertiesCarryTheirFlags)
 
 TEST(CatalogueTypes, EnumsHaveTheirEntriesValuesAndDisplayNames)
 {
+	StartCatalogue();
 	UEnum* Channel = FindObject<UEnum>(nullptr, TEXT("/Script/Engine.ECollisionChannel"));
 	ASSERT_NE(Channel, nullptr);
 	EXPECT_EQ(Channel->GetCppForm(), UEnum::ECppForm::Regular);
@@ -164,6 +165,7 @@ TEST(CatalogueTypes, EnumsHaveTheirEntriesValuesAndDisplayNames)
 
 TEST(CatalogueTypes, StructsAreLaidOutFromTheirMembers)
 {
+	StartCatalogue();
 	UScriptStruct* HitResult = FindObject<UScriptStruct>(nullptr, TEXT("/Script/Engine.HitResult"));
 	ASSERT_NE(HitResult, nullptr);
 	std::vector<std::string> Names;
@@ -256,6 +258,7 @@ TEST(CatalogueTypes, InstancesOfDataDefinedClassesCarryTheirDefaults)
 
 TEST(CatalogueTypes, MinimalTypesAreFlagged)
 {
+	StartCatalogue();
 	UClass* StaticMesh = FindClass(TEXT("/Script/Engine.StaticMesh"));
 	ASSERT_NE(StaticMesh, nullptr);
 	EXPECT_EQ(U8(StaticMesh->GetSuperClass()->GetName()), "StreamableRenderAsset");
@@ -281,6 +284,7 @@ TEST(CatalogueTypes, MinimalTypesAreFlagged)
 
 TEST(CatalogueTypes, TheCoreSetIsPresent)
 {
+	StartCatalogue();
 	const TCHAR* const Classes[] = {
 		TEXT("/Script/CoreUObject.Object"), TEXT("/Script/CoreUObject.Interface"), TEXT("/Script/Engine.Actor"), TEXT("/Script/Engine.Pawn"),
 		TEXT("/Script/Engine.Character"), TEXT("/Script/Engine.Controller"), TEXT("/Script/Engine.PlayerController"),
