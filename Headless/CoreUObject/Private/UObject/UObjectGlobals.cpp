@@ -576,19 +576,7 @@ bool ResolveName(UObject*& InOutOuter, FString& InOutName, bool bCreate, bool bT
 
 // Loading
 
-/**
- * Used when the package file loader is not linked in: only packages already in memory are "loaded".
- * The loader (Private/UObject/LoadPackage.cpp) provides the real definition.
- */
-__attribute__((weak)) UPackage* LoadPackage(UPackage* InOuter, const TCHAR* InLongPackageNameOrFilename, uint32 LoadFlags, FArchive* InReaderOverride,
-	const FLinkerInstancingContext* InstancingContext)
-{
-	if (InOuter)
-	{
-		return InOuter;
-	}
-	return InLongPackageNameOrFilename ? (UPackage*)StaticFindObjectFast(UPackage::StaticClass(), nullptr, FName(InLongPackageNameOrFilename, FNAME_Find)) : nullptr;
-}
+// LoadPackage is defined by the package loader (Private/UObject/LoadPackage.cpp).
 
 UObject* StaticLoadObject(UClass* Class, UObject* InOuter, const TCHAR* InName, const TCHAR* Filename, uint32 LoadFlags, void* Sandbox,
 	bool bAllowObjectReconciliation, const FLinkerInstancingContext* InstancingContext)
