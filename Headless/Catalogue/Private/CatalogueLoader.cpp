@@ -82,6 +82,8 @@ namespace UE::Catalogue::Private
 			FCatalogueLoader(FCatalogueTypeRegistry& InRegistry, FCatalogueStats& InStats)
 				: Registry(InRegistry), Stats(InStats)
 			{
+				// The engine catalogue has a few thousand distinct names; growing the table costs more than this.
+				Names.reserve(8192);
 			}
 
 			bool Load(const FEmbeddedModule* Modules, int32 NumModules, FString& OutError);
