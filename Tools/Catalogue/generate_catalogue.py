@@ -257,18 +257,18 @@ MINIMAL_ENUMS = {
                              ["HAlign_Fill", "HAlign_Left", "HAlign_Center", "HAlign_Right"]),
     "EOrientation": ("SlateCore", "Regular", "int", ["Orient_Horizontal", "Orient_Vertical"]),
     "ETextCommit": ("SlateCore", "Namespaced", "int", ["Default", "OnEnter", "OnUserMovedFocus", "OnCleared"]),
-    "ETextJustify": ("Slate", "Namespaced", "int", ["Left", "Center", "Right"]),
+    "ETextJustify": ("Slate", "Namespaced", "int", ["Left", "Center", "Right", "InvariantLeft", "InvariantRight"]),
     "EUINavigation": ("SlateCore", "EnumClass", "uint8", []),
     "EUINavigationRule": ("SlateCore", "EnumClass", "uint8", []),
     "EUINavigationAction": ("SlateCore", "EnumClass", "uint8", []),
     "EButtonClickMethod": ("SlateCore", "Namespaced", "int", []),
     "EButtonTouchMethod": ("SlateCore", "Namespaced", "int", []),
     "EButtonPressMethod": ("SlateCore", "Namespaced", "int", []),
-    "ETextFlowDirection": ("Slate", "EnumClass", "uint8", []),
+    "ETextFlowDirection": ("Slate", "EnumClass", "uint8", ["Auto", "LeftToRight", "RightToLeft", "Culture"]),
     "ETextShapingMethod": ("SlateCore", "EnumClass", "uint8", []),
     "ETextOverflowPolicy": ("SlateCore", "EnumClass", "uint8", []),
     "ETextTransformPolicy": ("Slate", "EnumClass", "uint8", []),
-    "ETextWrappingPolicy": ("Slate", "EnumClass", "uint8", []),
+    "ETextWrappingPolicy": ("Slate", "EnumClass", "uint8", ["DefaultWrapping", "AllowPerCharacterWrapping"]),
     "EFlowDirectionPreference": ("SlateCore", "EnumClass", "uint8", []),
     "EWidgetClipping": ("SlateCore", "EnumClass", "uint8", []),
     "EWidgetPixelSnapping": ("SlateCore", "EnumClass", "uint8", []),
@@ -308,13 +308,13 @@ MINIMAL_ENUMS = {
     "EPathFollowingStatus": ("AIModule", "Namespaced", "int", ["Idle", "Waiting", "Paused", "Moving"]),
 }
 
-# Delegates the facts use without their declaration: name -> (module, multicast, [(type, name)])
+# Delegates the facts use without their declaration: name -> (module, multicast, [(type, name)], return type)
 MINIMAL_DELEGATES = {
-    "FTimerDynamicDelegate": ("Engine", False, []),
-    "FWidgetAnimationDynamicEvent": ("UMG", False, []),
+    "FTimerDynamicDelegate": ("Engine", False, [], None),
+    "FWidgetAnimationDynamicEvent": ("UMG", False, [], None),
     "FFieldValueChangedDynamicDelegate": ("FieldNotification", False,
-                                          [("UObject*", "Object"), ("FFieldNotificationId", "Field")]),
-    "FCustomWidgetNavigationDelegate": ("UMG", False, [("EUINavigation", "Type")]),
+                                          [("UObject*", "Object"), ("FFieldNotificationId", "Field")], None),
+    "FCustomWidgetNavigationDelegate": ("UMG", False, [("EUINavigation", "Navigation")], "UWidget*"),
 }
 
 # Types the header tool maps onto other property kinds.
@@ -716,12 +716,12 @@ class Catalogue:
             if name not in self.enums:
                 self.enums[name] = {"name": name, "module": module, "record": None, "minimal": True,
                                     "form": form, "underlying": underlying, "values": values}
-        for name, (module, multicast, params) in MINIMAL_DELEGATES.items():
+        for name, (module, multicast, params, return_type) in MINIMAL_DELEGATES.items():
             if name not in self.delegates:
                 self.delegates[name] = {"name": name, "minimal": True, "record": {
                     "kind": "delegate", "name": name, "multicast": multicast,
                     "macro": "DECLARE_DYNAMIC_%sDELEGATE" % ("MULTICAST_" if multicast else ""),
-                    "params": [{"type": t, "name": n} for t, n in params]}, "module": module}
+                    "params": [{"type": t, "name": n} for t, n in params], "return": return_type}, "module": module}
         # Resolve each facts class's super (engine name) and module of delegates.
         for entry in facts_classes:
             super_name = entry["record"]["super"]
