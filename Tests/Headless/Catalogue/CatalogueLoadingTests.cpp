@@ -31,6 +31,13 @@ TEST(CatalogueLoading, StartingTheModuleRegistersTheCatalogue)
 	EXPECT_EQ(FindObject<UClass>(nullptr, TEXT("/Script/CoreUObject.Enum")), UEnum::StaticClass());
 	EXPECT_EQ(FindObject<UClass>(nullptr, TEXT("/Script/CoreUObject.Interface")), UInterface::StaticClass());
 	EXPECT_EQ(FindObject<UScriptStruct>(nullptr, TEXT("/Script/CoreUObject.Vector")), TBaseStructure<FVector>::Get());
+	// UObject gains the function the catalogue declares for it, and only that.
+	const UFunction* Ubergraph = UObject::StaticClass()->FindFunctionByName(TEXT("ExecuteUbergraph"));
+	ASSERT_NE(Ubergraph, nullptr);
+	EXPECT_TRUE(Ubergraph->HasAllFunctionFlags(FUNC_Event | FUNC_BlueprintEvent));
+	EXPECT_FALSE(Ubergraph->HasAnyFunctionFlags(FUNC_Native));
+	EXPECT_EQ(MetaOf(Ubergraph, TEXT("BlueprintInternalUseOnly")), "true");
+	EXPECT_EQ(NamesOf(ParametersOf(Ubergraph)), (std::vector<std::string>{ "EntryPoint" }));
 	int32 NumNamedEnum = 0;
 	for (TObjectIterator<UClass> It; It; ++It)
 	{
