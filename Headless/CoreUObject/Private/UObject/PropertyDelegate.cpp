@@ -14,8 +14,10 @@ IMPLEMENT_FIELD(FMulticastSparseDelegateProperty)
 namespace
 {
 	/**
-	 * Reads "<Object>.<Function>" (the object as a path or a name near the owner) into Delegate. "(null).None"
-	 * and "None" unbind. The function must exist on the object's class.
+	 * Reads "<Object>.<Function>" into Delegate, as the engine writes it. The object is a class name (its default
+	 * object), a name found in the owner's outer chain or anywhere (natives first), or a full path; a function name
+	 * alone refers to the owner (to the outer of a default object's subobject). "(null).None" unbinds. The function
+	 * must exist and match the signature.
 	 */
 	const TCHAR* ImportDelegateFromText(FScriptDelegate& Delegate, const UFunction* SignatureFunction, const TCHAR* Buffer, UObject* Parent, int32 PortFlags,
 		FOutputDevice* ErrorText, const FString& PropertyName)
@@ -44,27 +46,65 @@ namespace
 				Text.AppendChar(*Buffer++);
 			}
 		}
-		if (Text.IsEmpty() || Text == TEXT("None") || Text.StartsWith(TEXT("(null).")))
+		if (Text.StartsWith(TEXT("(null)"), ESearchCase::CaseSensitive))
 		{
-			Delegate.Unbind();
-			return Buffer;
-		}
-		int32 DotIndex = INDEX_NONE;
-		if (!Text.FindLastChar(TEXT('.'), DotIndex) || DotIndex == 0 || DotIndex == Text.Len() - 1)
-		{
-			ReportImportError(ErrorText, FString::Printf(TEXT("%s: '%s' is not <Object>.<Function>"), *PropertyName, *Text));
+			if (Text == TEXT("(null).None") || Text == TEXT("(null)"))
+			{
+				Delegate.Unbind();
+				return Buffer;
+			}
+			ReportImportError(ErrorText, FString::Printf(TEXT("%s: '%s' names a function but no object"), *PropertyName, *Text));
 			return nullptr;
 		}
-		const FString ObjectText = Text.Left(DotIndex);
-		const FName FunctionName(*Text.RightChop(DotIndex + 1));
-		UObject* Object = nullptr;
-		for (UObject* Scope = Parent; !Object && Scope; Scope = Scope->GetOuter())
+		if (Text.IsEmpty())
 		{
-			Object = StaticFindObject(UObject::StaticClass(), Scope, *ObjectText);
+			ReportImportError(ErrorText, FString::Printf(TEXT("%s: a delegate value is <Object>.<Function>"), *PropertyName));
+			return nullptr;
 		}
-		if (!Object)
+
+		UObject* Object = nullptr;
+		FName FunctionName;
+		FString ObjectText;
+		int32 DotIndex = INDEX_NONE;
+		if (!Text.FindLastChar(TEXT('.'), DotIndex))
 		{
-			Object = StaticFindObject(UObject::StaticClass(), nullptr, *ObjectText);
+			if (!Parent)
+			{
+				ReportImportError(ErrorText, FString::Printf(TEXT("%s: '%s' has no object and there is no owner to use"), *PropertyName, *Text));
+				return nullptr;
+			}
+			UObject* ParentOuter = Parent->GetOuter();
+			const bool bSubobjectOfDefaults = !Parent->HasAnyFlags(RF_ClassDefaultObject) && ParentOuter && ParentOuter->HasAnyFlags(RF_ClassDefaultObject);
+			Object = bSubobjectOfDefaults ? ParentOuter : Parent;
+			ObjectText = Object->GetName();
+			FunctionName = FName(*Text);
+		}
+		else
+		{
+			if (DotIndex == 0 || DotIndex == Text.Len() - 1)
+			{
+				ReportImportError(ErrorText, FString::Printf(TEXT("%s: '%s' is not <Object>.<Function>"), *PropertyName, *Text));
+				return nullptr;
+			}
+			ObjectText = Text.Left(DotIndex);
+			FunctionName = FName(*Text.RightChop(DotIndex + 1));
+			if (!ObjectText.Contains(TEXT(".")) && !ObjectText.Contains(TEXT("/")))
+			{
+				if (UClass* Class = FindFirstObject<UClass>(*ObjectText, EFindFirstObjectOptions::NativeFirst))
+				{
+					Object = Class->GetDefaultObject();
+				}
+			}
+			for (UObject* Scope = Parent; !Object && Scope; Scope = Scope->GetOuter())
+			{
+				Object = StaticFindObject(UObject::StaticClass(), Scope, *ObjectText);
+			}
+			if (!Object)
+			{
+				Object = ObjectText.StartsWith(TEXT("/"))
+					? StaticFindObject(UObject::StaticClass(), nullptr, *ObjectText)
+					: StaticFindFirstObject(UObject::StaticClass(), *ObjectText, EFindFirstObjectOptions::NativeFirst);
+			}
 		}
 		if (!Object)
 		{
@@ -82,8 +122,17 @@ namespace
 			ReportImportError(ErrorText, FString::Printf(TEXT("%s: %s does not match the signature %s"), *PropertyName, *Function->GetPathName(), *SignatureFunction->GetName()));
 			return nullptr;
 		}
-		Delegate.BindUFunction(Object, FunctionName);
+		Delegate.BindUFunction(Object, Function->GetFName());
 		return Buffer;
+	}
+
+	/** "<ObjectName>.<FunctionName>", with "(null)" for a missing object, as the engine writes a delegate. */
+	void AppendDelegateText(FString& ValueStr, const FScriptDelegate& Delegate)
+	{
+		const UObject* Object = Delegate.GetUObject();
+		ValueStr += Object ? Object->GetName() : FString(TEXT("(null)"));
+		ValueStr += TEXT(".");
+		ValueStr += Delegate.GetFunctionName().ToString();
 	}
 
 	FString SignatureTypeName(const UFunction* SignatureFunction)
@@ -115,8 +164,7 @@ void FDelegateProperty::ExportText_Internal(FString& ValueStr, const void* Prope
 	UObject* Parent, int32 PortFlags, UObject* ExportRootScope) const
 {
 	const FScriptDelegate& Delegate = *(const FScriptDelegate*)PointerToValuePtr(PropertyValueOrContainer, PointerType);
-	UObject* Object = Delegate.GetUObject();
-	ValueStr += FString::Printf(TEXT("%s.%s"), Object ? *Object->GetPathName() : TEXT("(null)"), *Delegate.GetFunctionName().ToString());
+	AppendDelegateText(ValueStr, Delegate);
 }
 
 const TCHAR* FDelegateProperty::ImportText_Internal(const TCHAR* Buffer, void* ContainerOrPropertyPtr, EPropertyPointerType PointerType, UObject* OwnerObject,
@@ -177,7 +225,22 @@ void FMulticastInlineDelegateProperty::ExportText_Internal(FString& ValueStr, co
 	const void* DefaultValue, UObject* Parent, int32 PortFlags, UObject* ExportRootScope) const
 {
 	const FMulticastScriptDelegate& Delegate = *(const FMulticastScriptDelegate*)PointerToValuePtr(PropertyValueOrContainer, PointerType);
-	ValueStr += Delegate.ToString<UObject>();
+	// The bound entries, comma separated, in parentheses (empty or not).
+	ValueStr += TEXT("(");
+	bool bFirst = true;
+	for (const FScriptDelegate& Entry : Delegate.GetInvocationList())
+	{
+		if (Entry.IsBound())
+		{
+			if (!bFirst)
+			{
+				ValueStr += TEXT(",");
+			}
+			bFirst = false;
+			AppendDelegateText(ValueStr, Entry);
+		}
+	}
+	ValueStr += TEXT(")");
 }
 
 const TCHAR* FMulticastInlineDelegateProperty::ImportText_Internal(const TCHAR* Buffer, void* ContainerOrPropertyPtr, EPropertyPointerType PointerType,
