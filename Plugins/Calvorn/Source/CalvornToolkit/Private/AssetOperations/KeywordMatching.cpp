@@ -1,0 +1,314 @@
+#include "AssetOperationBase.h"
+
+#include "Misc/Char.h"
+
+// The keyword primitives of fuzzy node matching. A request ("Get Actor Location", "getactorlocation",
+// "K2Node_CallFunction") and a menu entry are each turned into lower-case keywords; the similarity
+// counts what the request shares with the entry, and the confidence says whether the best entry is
+// close enough to take.
+
+namespace
+{
+	bool IsWordChar(TCHAR Char)
+	{
+		return FChar::IsAlnum(Char);
+	}
+
+	/** Length of a node-class prefix ("K2Node", "UK2Node") starting at Index, or 0. */
+	int32 MatchNodeClassPrefix(const FString& Text, int32 Index)
+	{
+		for (const TCHAR* Prefix : {TEXT("UK2Node"), TEXT("K2Node")})
+		{
+			const int32 Length = FCString::Strlen(Prefix);
+			if (Index + Length > Text.Len())
+			{
+				continue;
+			}
+			if (!Text.Mid(Index, Length).Equals(Prefix, ESearchCase::IgnoreCase))
+			{
+				continue;
+			}
+			// Only a whole prefix: "K2NodeX" is not the prefix followed by a word, "K2Nodes" is a word.
+			const int32 After = Index + Length;
+			if (After == Text.Len() || !IsWordChar(Text[After]) || FChar::IsUpper(Text[After]))
+			{
+				return Length;
+			}
+		}
+		return 0;
+	}
+
+	/** Splits one run of letters and digits into words at its case and digit boundaries. */
+	void SplitRun(const FString& Run, TArray<FString>& OutWords)
+	{
+		const int32 Length = Run.Len();
+		int32 WordStart = 0;
+		auto EndWord = [&](int32 End)
+		{
+			if (End > WordStart)
+			{
+				OutWords.Add(Run.Mid(WordStart, End - WordStart));
+			}
+			WordStart = End;
+		};
+
+		for (int32 Index = 1; Index < Length; ++Index)
+		{
+			const TCHAR Prev = Run[Index - 1];
+			const TCHAR Char = Run[Index];
+			const bool bPrevDigit = FChar::IsDigit(Prev);
+			const bool bDigit = FChar::IsDigit(Char);
+
+			if (!bPrevDigit && bDigit)
+			{
+				// "K2": a single capital before digits is one token with them, as in engine names.
+				const bool bSingleCapital = Index - WordStart == 1 && FChar::IsUpper(Prev);
+				if (!bSingleCapital)
+				{
+					EndWord(Index);
+				}
+				continue;
+			}
+			if (bPrevDigit && !bDigit)
+			{
+				// "2D", "3D": one capital closing the token stays with the digits.
+				const bool bNextEndsToken = Index + 1 >= Length || !FChar::IsLower(Run[Index + 1]);
+				if (FChar::IsUpper(Char) && bNextEndsToken)
+				{
+					continue;
+				}
+				EndWord(Index);
+				continue;
+			}
+			if (FChar::IsLower(Prev) && FChar::IsUpper(Char))
+			{
+				EndWord(Index);
+				continue;
+			}
+			// "HTTPRequest": the last capital of a run starts the next word when a lower-case letter follows.
+			if (FChar::IsUpper(Prev) && FChar::IsUpper(Char) && Index + 1 < Length && FChar::IsLower(Run[Index + 1]))
+			{
+				EndWord(Index);
+			}
+		}
+		EndWord(Length);
+	}
+
+	void AddUnique(TArray<FString>& Keywords, const FString& Keyword)
+	{
+		// FString compares without case, so "Actor" and "actor" are one keyword.
+		if (!Keyword.IsEmpty() && !Keywords.Contains(Keyword))
+		{
+			Keywords.Add(Keyword);
+		}
+	}
+
+	/** Distinct keywords, compared without case, in order. */
+	TArray<FString> Distinct(const TArray<FString>& Keywords)
+	{
+		TArray<FString> Result;
+		Result.Reserve(Keywords.Num());
+		for (const FString& Keyword : Keywords)
+		{
+			AddUnique(Result, Keyword);
+		}
+		return Result;
+	}
+
+	/** How far a keyword may be from another (in edits) and still count as a misspelling of it. */
+	int32 NearMatchLimit(const FString& Keyword)
+	{
+		return Keyword.Len() >= 8 ? 2 : (Keyword.Len() >= 4 ? 1 : 0);
+	}
+
+	constexpr float NearMatchCredit = 0.75f;
+}
+
+TArray<FString> FAssetOperationBase::CreateKeywords(const FString& Text)
+{
+	TArray<FString> Keywords;
+	AppendKeywords(Text, Keywords);
+	return Keywords;
+}
+
+void FAssetOperationBase::AppendKeywords(const FString& Text, TArray<FString>& Keywords)
+{
+	const int32 Length = Text.Len();
+	int32 Index = 0;
+	while (Index < Length)
+	{
+		if (!IsWordChar(Text[Index]))
+		{
+			++Index;
+			continue;
+		}
+		if (const int32 PrefixLength = MatchNodeClassPrefix(Text, Index))
+		{
+			AddUnique(Keywords, TEXT("k2node"));
+			Index += PrefixLength;
+			continue;
+		}
+		int32 End = Index;
+		while (End < Length && IsWordChar(Text[End]))
+		{
+			++End;
+		}
+		TArray<FString> Words;
+		SplitRun(Text.Mid(Index, End - Index), Words);
+		for (const FString& Word : Words)
+		{
+			AddUnique(Keywords, Word.ToLower());
+		}
+		Index = End;
+	}
+}
+
+FKeywordSimilarity FAssetOperationBase::CalculateKeywordSimilarity(const TArray<FString>& RequestedKeywords, const TArray<FString>& CandidateKeywords)
+{
+	const TArray<FString> Requested = Distinct(RequestedKeywords);
+	const TArray<FString> Candidate = Distinct(CandidateKeywords);
+
+	FKeywordSimilarity Similarity;
+	Similarity.RequestedKeywords = Requested.Num();
+	Similarity.CandidateKeywords = Candidate.Num();
+	if (Requested.Num() == 0)
+	{
+		Similarity.Distance = Candidate.Num();
+		return Similarity;
+	}
+
+	TArray<bool> CandidateMatched;
+	CandidateMatched.SetNumZeroed(Candidate.Num());
+	float Credit = 0.0f;
+
+	for (const FString& Keyword : Requested)
+	{
+		const int32 Exact = Candidate.IndexOfByKey(Keyword);
+		if (Exact != INDEX_NONE)
+		{
+			++Similarity.CommonKeywords;
+			CandidateMatched[Exact] = true;
+			Credit += 1.0f;
+			continue;
+		}
+
+		// A run-together request word ("getactorlocation") that spells out consecutive candidate
+		// keywords ("get", "actor", "location") is the same words without their spaces.
+		bool bJoined = false;
+		for (int32 First = 0; First < Candidate.Num() && !bJoined; ++First)
+		{
+			FString Joined;
+			for (int32 Last = First; Last < Candidate.Num() && Joined.Len() < Keyword.Len(); ++Last)
+			{
+				Joined += Candidate[Last];
+				if (Last > First && Joined == Keyword)
+				{
+					for (int32 Part = First; Part <= Last; ++Part)
+					{
+						CandidateMatched[Part] = true;
+					}
+					bJoined = true;
+					break;
+				}
+			}
+		}
+		if (bJoined)
+		{
+			++Similarity.CommonKeywords;
+			Credit += 1.0f;
+			continue;
+		}
+
+		// Otherwise the nearest candidate keyword decides: a misspelling gets part credit, and the
+		// edits it takes (or the whole word, when nothing is near) make the match worse.
+		int32 BestDistance = MAX_int32;
+		int32 BestIndex = INDEX_NONE;
+		for (int32 Index = 0; Index < Candidate.Num(); ++Index)
+		{
+			const int32 Distance = LevenshteinDistance(Keyword, Candidate[Index]);
+			if (Distance < BestDistance)
+			{
+				BestDistance = Distance;
+				BestIndex = Index;
+			}
+		}
+		if (BestIndex != INDEX_NONE && BestDistance <= NearMatchLimit(Keyword))
+		{
+			CandidateMatched[BestIndex] = true;
+			Credit += NearMatchCredit;
+			Similarity.Distance += BestDistance;
+		}
+		else
+		{
+			Similarity.Distance += Keyword.Len();
+		}
+	}
+
+	for (const bool bMatched : CandidateMatched)
+	{
+		if (bMatched)
+		{
+			++Similarity.MatchedCandidateKeywords;
+		}
+		else
+		{
+			++Similarity.Distance;
+		}
+	}
+	Similarity.Coverage = Credit / static_cast<float>(Requested.Num());
+	return Similarity;
+}
+
+float FAssetOperationBase::CalculateMatchConfidence(const TArray<FString>& RequestedKeywords, const TArray<FString>& CandidateKeywords, const FKeywordSimilarity& Similarity)
+{
+	if (Similarity.RequestedKeywords <= 0 || Similarity.CandidateKeywords <= 0)
+	{
+		return 0.0f;
+	}
+	// Coverage of the request decides; the share of the candidate left unexplained lowers it a little,
+	// so that of two entries covering a request, the one with fewer extra words is surer. A menu entry
+	// carries its category and node class among its keywords, so that share is never large even for
+	// an exact title, and it weighs a fifth at most.
+	const float Unexplained = FMath::Clamp(static_cast<float>(Similarity.CandidateKeywords - Similarity.MatchedCandidateKeywords) / static_cast<float>(Similarity.CandidateKeywords), 0.0f, 1.0f);
+	const float Confidence = Similarity.Coverage * (1.0f - 0.2f * Unexplained);
+	return FMath::Clamp(Confidence, 0.0f, 1.0f);
+}
+
+int32 FAssetOperationBase::LevenshteinDistance(const FString& A, const FString& B)
+{
+	const FString Left = A.ToLower();
+	const FString Right = B.ToLower();
+	const int32 LeftLength = Left.Len();
+	const int32 RightLength = Right.Len();
+	if (LeftLength == 0)
+	{
+		return RightLength;
+	}
+	if (RightLength == 0)
+	{
+		return LeftLength;
+	}
+
+	// Two rows of the edit table are enough; the shorter text runs along them.
+	const FString& Short = LeftLength <= RightLength ? Left : Right;
+	const FString& Long = LeftLength <= RightLength ? Right : Left;
+	TArray<int32> Previous;
+	TArray<int32> Current;
+	Previous.SetNumUninitialized(Short.Len() + 1);
+	Current.SetNumUninitialized(Short.Len() + 1);
+	for (int32 Column = 0; Column <= Short.Len(); ++Column)
+	{
+		Previous[Column] = Column;
+	}
+	for (int32 Row = 1; Row <= Long.Len(); ++Row)
+	{
+		Current[0] = Row;
+		for (int32 Column = 1; Column <= Short.Len(); ++Column)
+		{
+			const int32 Substitution = Previous[Column - 1] + (Long[Row - 1] == Short[Column - 1] ? 0 : 1);
+			Current[Column] = FMath::Min(Substitution, FMath::Min(Previous[Column] + 1, Current[Column - 1] + 1));
+		}
+		Swap(Previous, Current);
+	}
+	return Previous[Short.Len()];
+}
