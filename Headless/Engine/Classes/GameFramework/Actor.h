@@ -1,0 +1,23 @@
+#pragma once
+
+#include "CoreMinimal.h"
+#include "UObject/Object.h"
+#include "UObject/ObjectMacros.h"
+#include "UObject/ObjectPtr.h"
+
+class USceneComponent;
+class UActorComponent;
+
+/** An object that can be placed in a level. The catalogue adds the engine's functions and properties. */
+class AActor : public UObject
+{
+	DECLARE_CLASS(AActor, UObject, CLASS_None, CASTCLASS_None, TEXT("/Script/Engine"), ENGINE_API)
+
+public:
+	ENGINE_API AActor();
+
+	TObjectPtr<USceneComponent> RootComponent;
+
+	USceneComponent* GetRootComponent() const { return RootComponent; }
+	ENGINE_API bool SetRootComponent(USceneComponent* NewRootComponent);
+};
