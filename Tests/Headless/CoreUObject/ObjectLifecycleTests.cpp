@@ -108,6 +108,33 @@ TEST(ObjectLifecycle, GarbageIsHiddenThenFreedByCollectGarbage)
 	EXPECT_TRUE(WeakDoomed.IsStale());
 	EXPECT_EQ(WeakDoomed.Get(true), nullptr);
 	EXPECT_EQ(StaticFindObject(nullptr, Package, TEXT("Doomed")), Replacement);
+	TArray<UObject*> Remaining;
+	GetObjectsWithOuter(Package, Remaining, true, RF_NoFlags);
+	EXPECT_EQ(Remaining, TArray<UObject*>({ Survivor, Replacement }));
+}
+
+TEST(ObjectLifecycle, CollectingManyObjectsOfOneOuterKeepsTheHashesRight)
+{
+	UPackage* Package = MakeTestPackage(TEXT("/Game/Garbage/Crowd"));
+	TArray<UObject*> Kept;
+	for (int32 Index = 0; Index < 20000; ++Index)
+	{
+		UTestLifetimeObject* Object = NewObject<UTestLifetimeObject>(Package);
+		if (Index % 1000 == 0)
+		{
+			Kept.Add(Object);
+		}
+		else
+		{
+			Object->MarkAsGarbage();
+		}
+	}
+	CollectGarbage(RF_NoFlags);
+	TArray<UObject*> Remaining;
+	GetObjectsWithOuter(Package, Remaining, false, RF_NoFlags);
+	EXPECT_EQ(Remaining, Kept);
+	EXPECT_EQ(StaticFindObjectFast(nullptr, Package, Kept[1]->GetFName()), Kept[1]);
+	EXPECT_EQ(StaticFindObjectFast(nullptr, Package, FName(TEXT("TestLifetimeObject"), 3)), nullptr);
 }
 
 TEST(ObjectLifecycle, RootedGarbageSurvivesCollection)

@@ -21,6 +21,12 @@ namespace UE::CoreUObject::Private
 	void RegisterObject(UObjectBase* Object);
 	/** Takes an object out of the hashes and frees its slot (the slot is never reused). */
 	void UnregisterObject(UObjectBase* Object);
+	/**
+	 * Between these, objects leaving the array leave the name and outer hashes together when the batch ends, one
+	 * pass per affected list instead of one search per object (freeing many objects of one outer stays linear).
+	 */
+	void BeginUnregisterBatch();
+	void EndUnregisterBatch();
 	/** Moves an object to a new name/outer in the hashes. */
 	void RehashObject(UObjectBase* Object, FName NewName, UObject* NewOuter);
 	FUObjectItem* GetObjectItem(int32 Index);

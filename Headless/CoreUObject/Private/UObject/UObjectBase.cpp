@@ -13,6 +13,7 @@
 #include <cstring>
 #include <new>
 #include <unordered_map>
+#include <unordered_set>
 
 /** Gives the object system's own code access to the fields UObjectBase keeps private. */
 struct FObjectRegistrationAccess
@@ -51,6 +52,10 @@ namespace UE::CoreUObject::Private
 			int32 NextSerialNumber = 1;
 			std::unordered_map<uint64, TArray<int32>> ByName;
 			std::unordered_map<const UObjectBase*, TArray<int32>> ByOuter;
+			/** Open unregistration batches, and the lists that hold slots freed during them. */
+			int32 BatchDepth = 0;
+			std::unordered_set<uint64> StaleNameLists;
+			std::unordered_set<const UObjectBase*> StaleOuterLists;
 
 			void AddToHashes(int32 Index, FName Name, const UObjectBase* Outer)
 			{
@@ -66,6 +71,26 @@ namespace UE::CoreUObject::Private
 				{
 					List.RemoveAt(Position);
 				}
+			}
+
+			/** Drops the freed slots from the lists that hold them and forgets lists left empty. */
+			template <typename MapType, typename KeySetType>
+			void RemoveFreedSlots(MapType& Map, KeySetType& StaleKeys)
+			{
+				for (const auto& Key : StaleKeys)
+				{
+					auto It = Map.find(Key);
+					if (It == Map.end())
+					{
+						continue;
+					}
+					It->second.RemoveAll([this](int32 Index) { return Items[Index].Object == nullptr; });
+					if (It->second.IsEmpty())
+					{
+						Map.erase(It);
+					}
+				}
+				StaleKeys.clear();
 			}
 
 			void RemoveFromHashes(int32 Index, FName Name, const UObjectBase* Outer)
@@ -92,6 +117,40 @@ namespace UE::CoreUObject::Private
 		};
 
 		thread_local TArray<FObjectInitializer*> GInitializerStack;
+
+		/**
+		 * Calls Visitor for each live slot in List, on a copy of the list (the visitor may make, rename or free
+		 * objects); short lists, the common case, are copied to the stack.
+		 */
+		void VisitSlots(const TArray<int32>& List, TFunctionRef<bool(UObject*)> Visitor, bool bIncludeGarbage)
+		{
+			FObjectRegistry& Registry = FObjectRegistry::Get();
+			constexpr int32 StackCapacity = 16;
+			int32 StackCopy[StackCapacity];
+			TArray<int32> HeapCopy;
+			const int32 Num = List.Num();
+			const int32* Slots = StackCopy;
+			if (Num <= StackCapacity)
+			{
+				std::memcpy(StackCopy, List.GetData(), sizeof(int32) * Num);
+			}
+			else
+			{
+				HeapCopy = List;
+				Slots = HeapCopy.GetData();
+			}
+			for (int32 Position = 0; Position < Num; ++Position)
+			{
+				const FUObjectItem& Item = Registry.Items[Slots[Position]];
+				if (Item.Object && (bIncludeGarbage || !Item.IsGarbage()))
+				{
+					if (!Visitor((UObject*)Item.Object))
+					{
+						return;
+					}
+				}
+			}
+		}
 	}
 
 	void LogError(const FString& Message)
@@ -124,12 +183,36 @@ namespace UE::CoreUObject::Private
 		{
 			return;
 		}
-		Registry.RemoveFromHashes(Index, Object->GetFName(), Object->GetOuter());
+		if (Registry.BatchDepth > 0)
+		{
+			Registry.StaleNameLists.insert(NameKey(Object->GetFName()));
+			Registry.StaleOuterLists.insert(Object->GetOuter());
+		}
+		else
+		{
+			Registry.RemoveFromHashes(Index, Object->GetFName(), Object->GetOuter());
+		}
 		FUObjectItem& Item = Registry.Items[Index];
 		Item.Object = nullptr;
 		Item.Flags = EInternalObjectFlags::None;
 		--Registry.NumAlive;
 		FObjectRegistrationAccess::Index(Object) = INDEX_NONE;
+	}
+
+	void BeginUnregisterBatch()
+	{
+		++FObjectRegistry::Get().BatchDepth;
+	}
+
+	void EndUnregisterBatch()
+	{
+		FObjectRegistry& Registry = FObjectRegistry::Get();
+		check(Registry.BatchDepth > 0);
+		if (--Registry.BatchDepth == 0)
+		{
+			Registry.RemoveFreedSlots(Registry.ByName, Registry.StaleNameLists);
+			Registry.RemoveFreedSlots(Registry.ByOuter, Registry.StaleOuterLists);
+		}
 	}
 
 	void RehashObject(UObjectBase* Object, FName NewName, UObject* NewOuter)
@@ -163,19 +246,7 @@ namespace UE::CoreUObject::Private
 		{
 			return;
 		}
-		// Copy: the visitor may make or rename objects.
-		const TArray<int32> Indices = It->second;
-		for (int32 Index : Indices)
-		{
-			const FUObjectItem& Item = Registry.Items[Index];
-			if (Item.Object && (bIncludeGarbage || !Item.IsGarbage()))
-			{
-				if (!Visitor((UObject*)Item.Object))
-				{
-					return;
-				}
-			}
-		}
+		VisitSlots(It->second, Visitor, bIncludeGarbage);
 	}
 
 	void ForEachObjectWithOuterDirect(const UObjectBase* Outer, TFunctionRef<bool(UObject*)> Visitor, bool bIncludeGarbage)
@@ -186,18 +257,7 @@ namespace UE::CoreUObject::Private
 		{
 			return;
 		}
-		const TArray<int32> Indices = It->second;
-		for (int32 Index : Indices)
-		{
-			const FUObjectItem& Item = Registry.Items[Index];
-			if (Item.Object && (bIncludeGarbage || !Item.IsGarbage()))
-			{
-				if (!Visitor((UObject*)Item.Object))
-				{
-					return;
-				}
-			}
-		}
+		VisitSlots(It->second, Visitor, bIncludeGarbage);
 	}
 
 	void* AllocateObjectMemory(SIZE_T Size, SIZE_T Alignment)

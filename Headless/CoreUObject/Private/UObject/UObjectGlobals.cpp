@@ -7,6 +7,8 @@
 #include "UObject/UObjectIterator.h"
 #include "ObjectRegistry.h"
 
+#include <cstring>
+
 #include <map>
 #include <utility>
 
@@ -82,16 +84,12 @@ namespace UE::CoreUObject::Private
 		bool HasOverlappingDataProperties(const UClass* Class, FString& OutProperty)
 		{
 			const int32 NativeSize = Class->GetNativeSize();
-			for (const UStruct* Struct = Class; Struct; Struct = Struct->GetSuperStruct())
+			for (const FProperty* Property = Class->PropertyLink; Property; Property = Property->PropertyLinkNext)
 			{
-				for (FField* Field = Struct->ChildProperties; Field; Field = Field->Next)
+				if (!Property->HasNativeOffset() && Property->GetOffset_ForInternal() < NativeSize)
 				{
-					const FProperty* Property = CastField<FProperty>(Field);
-					if (Property && !Property->HasNativeOffset() && Property->GetOffset_ForInternal() < NativeSize)
-					{
-						OutProperty = Property->GetPathName();
-						return true;
-					}
+					OutProperty = Property->GetPathName();
+					return true;
 				}
 			}
 			return false;
@@ -310,10 +308,11 @@ UObject* StaticConstructObject_Internal(const FStaticConstructObjectParameters& 
 	PushInitializer(&Initializer);
 	Class->ClassConstructor(Initializer);
 
-	// Values beyond the C++ part (data-defined properties) start from their type's initial value.
+	// Values beyond the C++ part (data-defined properties) start from their type's initial value (the memory
+	// starts zeroed, which is already that value for zero-constructed types).
 	for (FProperty* Property = Class->PropertyLink; Property; Property = Property->PropertyLinkNext)
 	{
-		if (!Property->HasNativeOffset())
+		if (!Property->HasNativeOffset() && !Property->HasAnyPropertyFlags(CPF_ZeroConstructor))
 		{
 			Property->InitializeValue_InContainer(Object);
 		}
@@ -325,16 +324,26 @@ UObject* StaticConstructObject_Internal(const FStaticConstructObjectParameters& 
 	{
 		const bool bCopyNative = InParams.Template != nullptr || !Class->HasAnyClassFlags(CLASS_Native) || InParams.bCopyTransientsFromClassDefaults;
 		const UClass* ArchetypeClass = Archetype->GetClass();
+		// Usually the archetype is of the class itself (its default object), which has every property.
+		const bool bArchetypeHasAll = ArchetypeClass->IsChildOf(Class);
 		for (FProperty* Property = Class->PropertyLink; Property; Property = Property->PropertyLinkNext)
 		{
 			if (!bCopyNative && Property->HasNativeOffset())
 			{
 				continue;
 			}
-			const UStruct* Owner = Property->GetOwnerStruct();
-			if (Owner && ArchetypeClass->IsChildOf(Owner))
+			const UStruct* Owner = bArchetypeHasAll ? nullptr : Property->GetOwnerStruct();
+			if (bArchetypeHasAll || (Owner && ArchetypeClass->IsChildOf(Owner)))
 			{
-				Property->CopyCompleteValue_InContainer(Object, Archetype);
+				if (Property->HasAnyPropertyFlags(CPF_IsPlainOldData))
+				{
+					const int32 Offset = Property->GetOffset_ForInternal();
+					std::memcpy((uint8*)Object + Offset, (const uint8*)Archetype + Offset, (SIZE_T)Property->GetSize());
+				}
+				else
+				{
+					Property->CopyCompleteValue_InContainer(Object, Archetype);
+				}
 			}
 		}
 	}
@@ -877,6 +886,7 @@ void CollectGarbage(EObjectFlags KeepFlags, bool bPerformFullPurge)
 		}
 	}
 	// Newest first: instances go before their classes, inner objects before their outers.
+	BeginUnregisterBatch();
 	for (int32 Index = Num - 1; Index >= 0; --Index)
 	{
 		if (Dies[Index])
@@ -884,6 +894,7 @@ void CollectGarbage(EObjectFlags KeepFlags, bool bPerformFullPurge)
 			DestroyObject((UObject*)ItemAt(Index)->Object);
 		}
 	}
+	EndUnregisterBatch();
 }
 
 // Duplication
