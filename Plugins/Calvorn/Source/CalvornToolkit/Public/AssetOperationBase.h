@@ -50,8 +50,9 @@ public:
 	/**
 	 * The class a request names: a class path ("/Script/Engine.StaticMeshComponent"), a class name with
 	 * or without its C++ prefix ("StaticMeshComponent", "UStaticMeshComponent"), or an asset that
-	 * stands for a class (a Blueprint's path or unique name gives its generated class). Null when
-	 * nothing matches, the name is ambiguous, or the class is not in memory.
+	 * stands for a class (a Blueprint's path or unique name gives its generated class). A short name
+	 * that several classes share means the native one. Null when nothing matches, when several assets
+	 * have the name, or when the class is not in memory.
 	 */
 	[[nodiscard]] static UClass* GetAssetClassFromAssetName(const FString& AssetName);
 

@@ -11,7 +11,8 @@ namespace
 {
 	bool IsWordChar(TCHAR Char)
 	{
-		return FChar::IsAlnum(Char);
+		// Letters outside ASCII belong to words too; only punctuation and spaces separate them.
+		return FChar::IsAlnum(Char) || Char > 127;
 	}
 
 	/** Length of a node-class prefix ("K2Node", "UK2Node") starting at Index, or 0. */
