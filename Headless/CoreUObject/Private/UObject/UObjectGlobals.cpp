@@ -448,11 +448,68 @@ namespace
 	}
 }
 
+namespace
+{
+	/** A path that needs no trimming or unquoting: no surrounding white space, no quotes. */
+	bool IsBarePath(const TCHAR* Path, int32& OutLen)
+	{
+		if (FChar::IsWhitespace(*Path) || *Path == TEXT('"'))
+		{
+			return false;
+		}
+		const TCHAR* Char = Path;
+		for (; *Char; ++Char)
+		{
+			if (*Char == TEXT('\'') || *Char == TEXT('"'))
+			{
+				return false;
+			}
+		}
+		OutLen = int32(Char - Path);
+		return !FChar::IsWhitespace(Char[-1]);
+	}
+
+	/** FindBySegments on "A.B:C" read in place (no copies of the segments). */
+	UObject* FindByBarePath(UClass* Class, UObject* Outer, const TCHAR* Path, int32 Len, bool bExactClass)
+	{
+		int32 Start = 0;
+		for (int32 Index = 0; Index <= Len; ++Index)
+		{
+			const bool bLast = Index == Len;
+			if (!bLast && Path[Index] != TEXT('.') && Path[Index] != TEXT(':'))
+			{
+				continue;
+			}
+			if (Index == Start)
+			{
+				return nullptr;
+			}
+			const FName SegmentName(Index - Start, Path + Start, FNAME_Find);
+			if (SegmentName.IsNone())
+			{
+				return nullptr;
+			}
+			Outer = StaticFindObjectFast(bLast ? Class : nullptr, Outer, SegmentName, bLast && bExactClass);
+			if (!Outer)
+			{
+				return nullptr;
+			}
+			Start = Index + 1;
+		}
+		return Outer;
+	}
+}
+
 UObject* StaticFindObject(UClass* Class, UObject* InOuter, const TCHAR* InName, bool bExactClass)
 {
 	if (!InName || !*InName)
 	{
 		return nullptr;
+	}
+	int32 BareLen = 0;
+	if (IsBarePath(InName, BareLen))
+	{
+		return FindByBarePath(Class, InOuter, InName, BareLen, bExactClass);
 	}
 	const FString Path = StripExportTextDecoration(FString(InName));
 	if (Path.IsEmpty() || Path == TEXT("None"))
