@@ -14,6 +14,7 @@
 #include "Misc/PackageName.h"
 #include "UObject/Class.h"
 #include "UObject/EnumProperty.h"
+#include "UObject/FieldIterator.h"
 #include "UObject/Interface.h"
 #include "UObject/TextProperty.h"
 #include "UObject/UObjectGlobals.h"
@@ -164,6 +165,25 @@ namespace UE::BlueprintGraph::Private
 	const UScriptStruct* RotatorStruct() { return TBaseStructure<FRotator>::Get(); }
 	const UScriptStruct* TransformStruct() { return TBaseStructure<FTransform>::Get(); }
 	const UScriptStruct* LinearColorStruct() { return TBaseStructure<FLinearColor>::Get(); }
+
+	/** Puts an input-output pair in order; false when both pins point the same way. */
+	template <typename PinType>
+	bool SortPinsByDirection(PinType* PinA, PinType* PinB, PinType*& OutInputPin, PinType*& OutOutputPin)
+	{
+		if (PinA->Direction == EGPD_Input && PinB->Direction == EGPD_Output)
+		{
+			OutInputPin = PinA;
+			OutOutputPin = PinB;
+			return true;
+		}
+		if (PinA->Direction == EGPD_Output && PinB->Direction == EGPD_Input)
+		{
+			OutInputPin = PinB;
+			OutOutputPin = PinA;
+			return true;
+		}
+		return false;
+	}
 
 	/** The Blueprint that owns an object, found through its outers. */
 	UBlueprint* FindOwningBlueprint(const UObject* Object)
@@ -524,7 +544,7 @@ const FPinConnectionResponse UEdGraphSchema_K2::CanCreateConnection(const UEdGra
 
 	const UEdGraphPin* InputPin = nullptr;
 	const UEdGraphPin* OutputPin = nullptr;
-	if (!CategorizePinsByDirection(PinA, PinB, InputPin, OutputPin))
+	if (!SortPinsByDirection(PinA, PinB, InputPin, OutputPin))
 	{
 		return FPinConnectionResponse(CONNECT_RESPONSE_DISALLOW, TEXT("Directions are not compatible"));
 	}
@@ -601,7 +621,7 @@ bool UEdGraphSchema_K2::CreateAutomaticConversionNodeAndConnections(UEdGraphPin*
 	LastConversionFailureReason.Reset();
 	UEdGraphPin* InputPin = nullptr;
 	UEdGraphPin* OutputPin = nullptr;
-	if (!PinA || !PinB || !CategorizePinsByDirection(PinA, PinB, InputPin, OutputPin))
+	if (!PinA || !PinB || !SortPinsByDirection(PinA, PinB, InputPin, OutputPin))
 	{
 		LastConversionFailureReason = TEXT("Directions are not compatible");
 		return false;
