@@ -1641,11 +1641,30 @@ bool UEdGraphSchema_K2::HasFunctionAnyOutputParameter(const UFunction* Function)
 	return false;
 }
 
+namespace UE::BlueprintGraph::Private
+{
+	/**
+	 * Thread safety as the Blueprint editor reads it: a native function is thread safe when it says so, or when its
+	 * class says so and the function does not opt out; a script function only by its own metadata.
+	 */
+	bool IsBlueprintThreadSafe(const UFunction* Function)
+	{
+		const bool bSaysSafe = Function->HasMetaData(FBlueprintMetadata::MD_ThreadSafe);
+		if (!Function->HasAnyFunctionFlags(FUNC_Native))
+		{
+			return bSaysSafe;
+		}
+		const UClass* Owner = Function->GetOwnerClass();
+		const bool bClassSaysSafe = Owner && Owner->HasMetaData(FBlueprintMetadata::MD_ThreadSafe);
+		return bSaysSafe || (bClassSaysSafe && !Function->HasMetaData(FBlueprintMetadata::MD_NotThreadSafe));
+	}
+}
+
 bool UEdGraphSchema_K2::FunctionCanBePlacedAsEvent(const UFunction* InFunction)
 {
 	// Overridable, non-static, non-const and not thread-safe.
 	if (!InFunction || !CanKismetOverrideFunction(InFunction) || InFunction->HasAnyFunctionFlags(FUNC_Static | FUNC_Const)
-		|| InFunction->GetBoolMetaData(FBlueprintMetadata::MD_ThreadSafe))
+		|| IsBlueprintThreadSafe(InFunction))
 	{
 		return false;
 	}
