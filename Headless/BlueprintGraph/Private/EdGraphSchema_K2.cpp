@@ -1061,7 +1061,7 @@ FText UEdGraphSchema_K2::TerminalTypeToText(const FName Category, const FName Su
 	{
 		if (Category == PC_Byte)
 		{
-			return FText::Format(LOCTEXT("EnumAsText", "{EnumName} Enum"), FText::FromString(SubCategoryObject->GetName()));
+			return FText::FormatNamed(LOCTEXT("EnumAsText", "{EnumName} Enum"), TEXT("EnumName"), FText::FromString(SubCategoryObject->GetName()));
 		}
 		const UField* Field = Cast<UField>(SubCategoryObject);
 		const FString ObjectName = Field ? Field->GetDisplayNameText().ToString() : SubCategoryObject->GetName();
