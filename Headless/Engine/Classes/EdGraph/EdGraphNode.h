@@ -11,6 +11,7 @@
 class UEdGraph;
 class UEdGraphPin;
 class UEdGraphSchema;
+class UScriptStruct;
 struct FEdGraphPinType;
 
 /** Which way data or execution flows through a pin. */
@@ -39,6 +40,8 @@ struct FEdGraphTerminalType
 	bool bTerminalIsConst = false;
 	bool bTerminalIsWeakPointer = false;
 	bool bTerminalIsUObjectWrapper = false;
+
+	ENGINE_API static UScriptStruct* StaticStruct();
 
 	ENGINE_API static FEdGraphTerminalType FromPinType(const FEdGraphPinType& PinType);
 

@@ -9,6 +9,7 @@
 #include "EdGraph/EdGraphNode.h"
 
 class UEdGraphSchema;
+class UScriptStruct;
 
 /** A member named by its owner, its name and its guid (pins of delegate type use it for the signature). */
 struct FSimpleMemberReference
@@ -17,6 +18,8 @@ struct FSimpleMemberReference
 	TObjectPtr<UObject> MemberParent;
 	FName MemberName;
 	FGuid MemberGuid;
+
+	ENGINE_API static UScriptStruct* StaticStruct();
 
 	void Reset() { *this = FSimpleMemberReference(); }
 
@@ -74,6 +77,8 @@ struct FEdGraphPinType
 	bool IsArray() const { return ContainerType == EPinContainerType::Array; }
 	bool IsSet() const { return ContainerType == EPinContainerType::Set; }
 	bool IsMap() const { return ContainerType == EPinContainerType::Map; }
+
+	ENGINE_API static UScriptStruct* StaticStruct();
 
 	ENGINE_API bool operator==(const FEdGraphPinType& Other) const;
 	bool operator!=(const FEdGraphPinType& Other) const { return !(*this == Other); }

@@ -13,6 +13,8 @@ class UEdGraph;
 class USimpleConstructionScript;
 class UTimelineTemplate;
 class UInterface;
+class UScriptStruct;
+class FAssetRegistryTagsContext;
 
 /** When a replicated variable is sent. The engine declares it with the networking types of CoreUObject. */
 enum ELifetimeCondition : int
@@ -66,6 +68,8 @@ struct FBPVariableMetaDataEntry
 	FName DataKey;
 	FString DataValue;
 
+	ENGINE_API static UScriptStruct* StaticStruct();
+
 	FBPVariableMetaDataEntry() = default;
 	FBPVariableMetaDataEntry(const FName InKey, FString InValue)
 		: DataKey(InKey)
@@ -90,6 +94,8 @@ struct FBPVariableDescription
 	/** The initial value, as the property's export text. */
 	FString DefaultValue;
 
+	ENGINE_API static UScriptStruct* StaticStruct();
+
 	/** Sets (or replaces) a metadata value. */
 	ENGINE_API void SetMetaData(FName Key, FString Value);
 	/** The value for Key; empty when absent. */
@@ -104,6 +110,8 @@ struct FBPInterfaceDescription
 {
 	TSubclassOf<UInterface> Interface;
 	TArray<TObjectPtr<UEdGraph>> Graphs;
+
+	ENGINE_API static UScriptStruct* StaticStruct();
 };
 
 /** Graphs, variables and components from which the compiler makes a class. */
@@ -152,6 +160,8 @@ public:
 	ENGINE_API static UBlueprint* GetBlueprintFromClass(const UClass* InClass);
 
 	ENGINE_API virtual bool IsAsset() const override;
+	/** ParentClass, NativeParentClass, GeneratedClass, BlueprintType and the other tags the content browser filters on. */
+	ENGINE_API virtual void GetAssetRegistryTags(FAssetRegistryTagsContext Context) const override;
 	ENGINE_API virtual UClass* GetBlueprintClass() const;
 	bool IsUpToDate() const { return Status == BS_UpToDate || Status == BS_UpToDateWithWarnings; }
 	bool IsPossiblyDirty() const { return Status == BS_Dirty || Status == BS_Unknown; }
