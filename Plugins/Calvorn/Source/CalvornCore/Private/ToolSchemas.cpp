@@ -200,6 +200,16 @@ namespace Calvorn::ToolInfo
 			}, {TEXT("name"), TEXT("type")});
 		}
 
+		/** A return value: a pin type, or a named value holding one under "type". */
+		FSchema ReturnType()
+		{
+			FSchema Schema = PinType(TEXT("Type of the return value, as a pin type or as {\"name\": ..., \"type\": {pin type}}; omit for none. A type that cannot be read leaves a plain result node and a warning."));
+			Schema->RemoveField(TEXT("required"));
+			Schema->GetObjectField(TEXT("properties"))->SetObjectField(TEXT("name"), String(TEXT("Name of the return value.")));
+			Schema->GetObjectField(TEXT("properties"))->SetObjectField(TEXT("type"), PinType(TEXT("The return value's type, when it is given with a name.")));
+			return Schema;
+		}
+
 		FSchema GraphNodeConnection(const TCHAR* Description, const TCHAR* ActionDescription)
 		{
 			return Object(Description, {
@@ -257,11 +267,18 @@ namespace Calvorn::ToolInfo
 			}, {FieldName_Path, FieldName_GraphName, FieldName_EventName});
 		}
 
+		FSchema WidgetNames()
+		{
+			FSchema Schema = AnyOfTypes(TEXT("Name of a widget, or an array of names, whose properties and slot to include."), {TEXT("string"), TEXT("array")});
+			Schema->SetObjectField(TEXT("items"), String(TEXT("Widget name.")));
+			return Schema;
+		}
+
 		FSchema ReadWidgetTreeTool()
 		{
 			return Root(TEXT("Reads a Widget Blueprint's widget tree; with widget_name also the details of those widgets."), {
 				{FieldName_Path, BlueprintPath()},
-				{FieldName_WidgetName, AnyOfTypes(TEXT("Name of a widget, or an array of names, whose properties and slot to include."), {TEXT("string"), TEXT("array")})},
+				{FieldName_WidgetName, WidgetNames()},
 			}, {FieldName_Path});
 		}
 
@@ -401,7 +418,7 @@ namespace Calvorn::ToolInfo
 				{TEXT("is_rep_notify"), Boolean(TEXT("The function is a replication notify."))},
 				{TEXT("replicated_property"), String(TEXT("The replicated variable a notify function belongs to."))},
 				{TEXT("parameters"), Array(TEXT("Parameters of the function."), FunctionParameter())},
-				{TEXT("return_type"), PinType(TEXT("Type of the return value; omit for none."))},
+				{TEXT("return_type"), ReturnType()},
 			}, {TEXT("name")});
 
 			return Root(TEXT("Creates or configures function graphs and event dispatcher signatures of a Blueprint, without nodes."), {
