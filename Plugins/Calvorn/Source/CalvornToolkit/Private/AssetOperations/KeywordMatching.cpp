@@ -198,17 +198,25 @@ FKeywordSimilarity FAssetOperationBase::CalculateKeywordSimilarity(const TArray<
 		bool bJoined = false;
 		for (int32 First = 0; First < Candidate.Num() && !bJoined; ++First)
 		{
-			FString Joined;
-			for (int32 Last = First; Last < Candidate.Num() && Joined.Len() < Keyword.Len(); ++Last)
+			int32 Offset = 0;
+			for (int32 Last = First; Last < Candidate.Num(); ++Last)
 			{
-				Joined += Candidate[Last];
-				if (Last > First && Joined == Keyword)
+				const FString& Part = Candidate[Last];
+				if (Part.IsEmpty() || Offset + Part.Len() > Keyword.Len() || FCString::Strnicmp(*Keyword + Offset, *Part, Part.Len()) != 0)
 				{
-					for (int32 Part = First; Part <= Last; ++Part)
+					break;
+				}
+				Offset += Part.Len();
+				if (Offset == Keyword.Len())
+				{
+					if (Last > First)
 					{
-						CandidateMatched[Part] = true;
+						for (int32 Index = First; Index <= Last; ++Index)
+						{
+							CandidateMatched[Index] = true;
+						}
+						bJoined = true;
 					}
-					bJoined = true;
 					break;
 				}
 			}
@@ -222,10 +230,16 @@ FKeywordSimilarity FAssetOperationBase::CalculateKeywordSimilarity(const TArray<
 
 		// Otherwise the nearest candidate keyword decides: a misspelling gets part credit, and the
 		// edits it takes (or the whole word, when nothing is near) make the match worse.
+		const int32 Limit = NearMatchLimit(Keyword);
 		int32 BestDistance = MAX_int32;
 		int32 BestIndex = INDEX_NONE;
 		for (int32 Index = 0; Index < Candidate.Num(); ++Index)
 		{
+			// Words whose lengths differ by more than the limit cannot be within it.
+			if (FMath::Abs(Candidate[Index].Len() - Keyword.Len()) > Limit)
+			{
+				continue;
+			}
 			const int32 Distance = LevenshteinDistance(Keyword, Candidate[Index]);
 			if (Distance < BestDistance)
 			{
@@ -233,7 +247,7 @@ FKeywordSimilarity FAssetOperationBase::CalculateKeywordSimilarity(const TArray<
 				BestIndex = Index;
 			}
 		}
-		if (BestIndex != INDEX_NONE && BestDistance <= NearMatchLimit(Keyword))
+		if (BestIndex != INDEX_NONE && BestDistance <= Limit)
 		{
 			CandidateMatched[BestIndex] = true;
 			Credit += NearMatchCredit;
@@ -277,39 +291,43 @@ float FAssetOperationBase::CalculateMatchConfidence(const TArray<FString>& Reque
 
 int32 FAssetOperationBase::LevenshteinDistance(const FString& A, const FString& B)
 {
-	const FString Left = A.ToLower();
-	const FString Right = B.ToLower();
-	const int32 LeftLength = Left.Len();
-	const int32 RightLength = Right.Len();
-	if (LeftLength == 0)
+	// Two rows of the edit table are enough; the shorter text runs along them. Short words (all of
+	// a keyword search) keep their rows on the stack.
+	const FString& Short = A.Len() <= B.Len() ? A : B;
+	const FString& Long = A.Len() <= B.Len() ? B : A;
+	const int32 ShortLength = Short.Len();
+	const int32 LongLength = Long.Len();
+	if (ShortLength == 0)
 	{
-		return RightLength;
-	}
-	if (RightLength == 0)
-	{
-		return LeftLength;
+		return LongLength;
 	}
 
-	// Two rows of the edit table are enough; the shorter text runs along them.
-	const FString& Short = LeftLength <= RightLength ? Left : Right;
-	const FString& Long = LeftLength <= RightLength ? Right : Left;
-	TArray<int32> Previous;
-	TArray<int32> Current;
-	Previous.SetNumUninitialized(Short.Len() + 1);
-	Current.SetNumUninitialized(Short.Len() + 1);
-	for (int32 Column = 0; Column <= Short.Len(); ++Column)
+	constexpr int32 StackRowLength = 64;
+	int32 StackRows[2][StackRowLength + 1];
+	TArray<int32> HeapRows;
+	int32* Previous = StackRows[0];
+	int32* Current = StackRows[1];
+	if (ShortLength > StackRowLength)
+	{
+		HeapRows.SetNumUninitialized(2 * (ShortLength + 1));
+		Previous = HeapRows.GetData();
+		Current = HeapRows.GetData() + ShortLength + 1;
+	}
+
+	for (int32 Column = 0; Column <= ShortLength; ++Column)
 	{
 		Previous[Column] = Column;
 	}
-	for (int32 Row = 1; Row <= Long.Len(); ++Row)
+	for (int32 Row = 1; Row <= LongLength; ++Row)
 	{
+		const TCHAR LongChar = FChar::ToLower(Long[Row - 1]);
 		Current[0] = Row;
-		for (int32 Column = 1; Column <= Short.Len(); ++Column)
+		for (int32 Column = 1; Column <= ShortLength; ++Column)
 		{
-			const int32 Substitution = Previous[Column - 1] + (Long[Row - 1] == Short[Column - 1] ? 0 : 1);
+			const int32 Substitution = Previous[Column - 1] + (LongChar == FChar::ToLower(Short[Column - 1]) ? 0 : 1);
 			Current[Column] = FMath::Min(Substitution, FMath::Min(Previous[Column] + 1, Current[Column - 1] + 1));
 		}
 		Swap(Previous, Current);
 	}
-	return Previous[Short.Len()];
+	return Previous[ShortLength];
 }
