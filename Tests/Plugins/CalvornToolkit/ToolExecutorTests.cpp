@@ -10,6 +10,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
+#include <thread>
+
 using namespace Calvorn;
 
 namespace
@@ -242,6 +246,44 @@ TEST_F(ToolExecutorTest, OneCallAtATime)
 
 	// Once the outer call is over the executor takes calls again.
 	EXPECT_TRUE(Executor->ExecuteCommand(FToolCommand(TEXT("i"), TEXT("inner"), TEXT("{\"path\": \"/Game/X\"}"))).WasSuccessful());
+}
+
+TEST_F(ToolExecutorTest, CallsFromSeveralThreadsWaitForEachOther)
+{
+	const TSharedPtr<IToolExecutor> Executor = MakeExecutor();
+	std::atomic<int32> Running{0};
+	std::atomic<int32> MostAtOnce{0};
+	Executor->RegisterTool(TEXT("slow"), MakeShared<FScriptedTool>([&Running, &MostAtOnce](const FToolCommand&, TSharedPtr<FToolResult> Result, const FOnToolCompleted& OnCompleted)
+	{
+		const int32 Now = ++Running;
+		int32 Seen = MostAtOnce.load();
+		while (Now > Seen && !MostAtOnce.compare_exchange_weak(Seen, Now))
+		{
+		}
+		std::this_thread::sleep_for(std::chrono::milliseconds(20));
+		--Running;
+		Result->AddSuccessMessage(TEXT("done"));
+		OnCompleted.ExecuteIfBound(*Result);
+	}));
+
+	std::atomic<int32> Succeeded{0};
+	std::vector<std::thread> Threads;
+	for (int32 Index = 0; Index < 4; ++Index)
+	{
+		Threads.emplace_back([&Executor, &Succeeded]()
+		{
+			if (Executor->ExecuteCommand(FToolCommand(TEXT("t"), TEXT("slow"), TEXT("{}"))).WasSuccessful())
+			{
+				++Succeeded;
+			}
+		});
+	}
+	for (std::thread& Thread : Threads)
+	{
+		Thread.join();
+	}
+	EXPECT_EQ(Succeeded.load(), 4);
+	EXPECT_EQ(MostAtOnce.load(), 1);
 }
 
 TEST_F(ToolExecutorTest, ListsToolsWithTheirSchemaCategoryAndMetadata)

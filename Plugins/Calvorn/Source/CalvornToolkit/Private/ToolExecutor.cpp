@@ -38,8 +38,15 @@ namespace Calvorn
 		return Tools.IndexOfByPredicate([&Name](const FEntry& Entry) { return Entry.Name == Name; });
 	}
 
+	TArray<FToolExecutor::FEntry> FToolExecutor::CopyTools() const
+	{
+		std::lock_guard<std::mutex> Lock(ToolsMutex);
+		return Tools;
+	}
+
 	bool FToolExecutor::RegisterTool(const FString& Name, TSharedPtr<ITool> Tool)
 	{
+		std::lock_guard<std::mutex> Lock(ToolsMutex);
 		if (Name.IsEmpty() || !Tool.IsValid() || IndexOf(Name) != INDEX_NONE)
 		{
 			return false;
@@ -50,6 +57,7 @@ namespace Calvorn
 
 	bool FToolExecutor::UnregisterTool(const FString& Name)
 	{
+		std::lock_guard<std::mutex> Lock(ToolsMutex);
 		const int32 Index = IndexOf(Name);
 		if (Index == INDEX_NONE)
 		{
@@ -62,9 +70,10 @@ namespace Calvorn
 
 	TArray<FString> FToolExecutor::GetToolNames() const
 	{
+		const TArray<FEntry> Entries = CopyTools();
 		TArray<FString> Names;
-		Names.Reserve(Tools.Num());
-		for (const FEntry& Entry : Tools)
+		Names.Reserve(Entries.Num());
+		for (const FEntry& Entry : Entries)
 		{
 			Names.Add(Entry.Name);
 		}
@@ -73,6 +82,7 @@ namespace Calvorn
 
 	TSharedPtr<ITool> FToolExecutor::FindTool(const FString& Name) const
 	{
+		std::lock_guard<std::mutex> Lock(ToolsMutex);
 		const int32 Index = IndexOf(Name);
 		return Index != INDEX_NONE ? Tools[Index].Tool : TSharedPtr<ITool>();
 	}
@@ -87,13 +97,14 @@ namespace Calvorn
 			Result->AddErrorMessage(FString::Printf(TEXT("Unknown tool: %s"), *Command.GetToolName()));
 			return *Result;
 		}
-		if (bRunning)
+		if (RunningThread.load() == std::this_thread::get_id())
 		{
 			Result->AddErrorMessage(FString::Printf(TEXT("Tool '%s' was called while another tool call was still running; tools run one call at a time"), *Command.GetToolName()));
 			return *Result;
 		}
 
-		bRunning = true;
+		std::lock_guard<std::mutex> CallLock(CallMutex);
+		RunningThread.store(std::this_thread::get_id());
 		int32 CompletionCount = 0;
 		TOptional<FToolResult> Completed;
 		Tool->Run(Command, Result, FOnToolCompleted::CreateLambda([&CompletionCount, &Completed](FToolResult& Done)
@@ -103,7 +114,7 @@ namespace Calvorn
 				Completed.Emplace(Done);
 			}
 		}));
-		bRunning = false;
+		RunningThread.store(std::thread::id());
 
 		if (CompletionCount == 0)
 		{
@@ -122,9 +133,11 @@ namespace Calvorn
 	TArray<FToolDescriptor> FToolExecutor::ListTools() const
 	{
 		const FModificationReadRegistry& ReadRegistry = FModificationReadRegistry::Get();
+		// The tools are asked outside the lock: a tool may look the executor up while it answers.
+		const TArray<FEntry> Entries = CopyTools();
 		TArray<FToolDescriptor> Descriptors;
-		Descriptors.Reserve(Tools.Num());
-		for (const FEntry& Entry : Tools)
+		Descriptors.Reserve(Entries.Num());
+		for (const FEntry& Entry : Entries)
 		{
 			FToolDescriptor& Descriptor = Descriptors.AddDefaulted_GetRef();
 			Descriptor.Name = Entry.Name;

@@ -3,9 +3,17 @@
 #include "CoreMinimal.h"
 #include "IToolExecutor.h"
 
+#include <atomic>
+#include <mutex>
+#include <thread>
+
 namespace Calvorn
 {
-	/** The executor the CalvornToolkit module hands out. */
+	/**
+	 * The executor the CalvornToolkit module hands out. Registration and lookup may come from any
+	 * thread. Calls run one at a time: a call from another thread waits for the running one, and a
+	 * call made from inside a running tool (the same thread) is refused, since waiting would never end.
+	 */
 	class FToolExecutor final : public IToolExecutor
 	{
 	public:
@@ -23,10 +31,15 @@ namespace Calvorn
 			TSharedPtr<ITool> Tool;
 		};
 
+		/** Index of the tool in Tools; the caller holds ToolsMutex. */
 		int32 IndexOf(const FString& Name) const;
+		TArray<FEntry> CopyTools() const;
 
+		mutable std::mutex ToolsMutex;
 		TArray<FEntry> Tools;
-		/** Set while a command runs; a command arriving meanwhile (from inside a tool) is refused. */
-		bool bRunning = false;
+
+		std::mutex CallMutex;
+		/** The thread running a call, while one runs. */
+		std::atomic<std::thread::id> RunningThread;
 	};
 }
