@@ -288,3 +288,25 @@ TEST_F(FGraphTest, GraphChangesReachListeners)
 	EXPECT_EQ(Seen[0], GRAPHACTION_AddNode | GRAPHACTION_SelectNode);
 	EXPECT_EQ(Seen[1], GRAPHACTION_RemoveNode);
 }
+
+TEST(EdGraphSchemaTests, CategorizePinsByDirectionNeedsOneInputAndOneOutput)
+{
+	UEdGraphNode* Node = NewObject<UEdGraphNode>(GetTransientPackage());
+	UEdGraphPin* In = Node->CreatePin(EGPD_Input, TEXT("exec"), TEXT("execute"));
+	UEdGraphPin* In2 = Node->CreatePin(EGPD_Input, TEXT("exec"), TEXT("other"));
+	UEdGraphPin* Out = Node->CreatePin(EGPD_Output, TEXT("exec"), TEXT("then"));
+	UEdGraphPin* Input = nullptr;
+	UEdGraphPin* Output = nullptr;
+	EXPECT_TRUE(UEdGraphSchema::CategorizePinsByDirection(Out, In, Input, Output));
+	EXPECT_EQ(Input, In);
+	EXPECT_EQ(Output, Out);
+	Input = Output = nullptr;
+	EXPECT_FALSE(UEdGraphSchema::CategorizePinsByDirection(In, In2, Input, Output));
+	EXPECT_EQ(Input, nullptr);
+	const UEdGraphPin* ConstInput = nullptr;
+	const UEdGraphPin* ConstOutput = nullptr;
+	EXPECT_TRUE(UEdGraphSchema::CategorizePinsByDirection(static_cast<const UEdGraphPin*>(In), Out, ConstInput, ConstOutput));
+	EXPECT_EQ(ConstOutput, Out);
+	EXPECT_FALSE(UEdGraphSchema::CategorizePinsByDirection(static_cast<const UEdGraphPin*>(nullptr), Out, ConstInput, ConstOutput));
+	Node->MarkAsGarbage();
+}

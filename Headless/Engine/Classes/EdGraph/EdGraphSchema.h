@@ -164,4 +164,15 @@ public:
 	virtual bool ShouldAlwaysPurgeOnModification() const { return true; }
 	virtual bool IsCacheVisualizationOutOfDate(int32 InVisualizationCacheID) const { return false; }
 	virtual int32 GetCurrentVisualizationCacheID() const { return 0; }
+
+	/** Whether the types of the two pins can be wired together; the base has no types to compare. */
+	virtual bool ArePinsCompatible(const UEdGraphPin* PinA, const UEdGraphPin* PinB, const UClass* CallingContext = nullptr, bool bIgnoreArray = false) const { return true; }
+	/** Whether the pin stands for the object the node runs on. */
+	virtual bool IsSelfPin(const UEdGraphPin& Pin) const { return false; }
+	/** Whether pins of the category carry delegates. */
+	virtual bool IsDelegateCategory(const FName Category) const { return false; }
+
+	/** Sorts two pins into input and output; false (outputs untouched) unless one is an input and the other an output. */
+	ENGINE_API static bool CategorizePinsByDirection(UEdGraphPin* PinA, UEdGraphPin* PinB, UEdGraphPin*& OutInputPin, UEdGraphPin*& OutOutputPin);
+	ENGINE_API static bool CategorizePinsByDirection(const UEdGraphPin* PinA, const UEdGraphPin* PinB, const UEdGraphPin*& OutInputPin, const UEdGraphPin*& OutOutputPin);
 };

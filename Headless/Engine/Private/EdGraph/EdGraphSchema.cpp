@@ -296,3 +296,37 @@ void UEdGraphSchema::ReconstructNode(UEdGraphNode& TargetNode, bool bIsBatchRequ
 {
 	TargetNode.ReconstructNode();
 }
+
+bool UEdGraphSchema::CategorizePinsByDirection(UEdGraphPin* PinA, UEdGraphPin* PinB, UEdGraphPin*& OutInputPin, UEdGraphPin*& OutOutputPin)
+{
+	const UEdGraphPin* Input = nullptr;
+	const UEdGraphPin* Output = nullptr;
+	if (!CategorizePinsByDirection(static_cast<const UEdGraphPin*>(PinA), static_cast<const UEdGraphPin*>(PinB), Input, Output))
+	{
+		return false;
+	}
+	OutInputPin = const_cast<UEdGraphPin*>(Input);
+	OutOutputPin = const_cast<UEdGraphPin*>(Output);
+	return true;
+}
+
+bool UEdGraphSchema::CategorizePinsByDirection(const UEdGraphPin* PinA, const UEdGraphPin* PinB, const UEdGraphPin*& OutInputPin, const UEdGraphPin*& OutOutputPin)
+{
+	if (!PinA || !PinB)
+	{
+		return false;
+	}
+	if (PinA->Direction == EGPD_Input && PinB->Direction == EGPD_Output)
+	{
+		OutInputPin = PinA;
+		OutOutputPin = PinB;
+		return true;
+	}
+	if (PinA->Direction == EGPD_Output && PinB->Direction == EGPD_Input)
+	{
+		OutInputPin = PinB;
+		OutOutputPin = PinA;
+		return true;
+	}
+	return false;
+}
