@@ -135,14 +135,44 @@ namespace Calvorn::Host
 			return HostExitCode::Success;
 		}
 
+		/** The signal that asked the server to stop, or 0. */
+		volatile std::sig_atomic_t GStopSignal = 0;
+
+		void RequestStop(int Signal)
+		{
+			GStopSignal = Signal;
+		}
+
+		/**
+		 * Ctrl-C or a client's SIGTERM ends the server the same way as closing its input: the read it
+		 * waits in is interrupted (no SA_RESTART), the session closes, the lock is released and a
+		 * temporary sample project is removed.
+		 */
+		void InstallStopHandlers()
+		{
+			struct sigaction Action = {};
+			Action.sa_handler = &RequestStop;
+			sigemptyset(&Action.sa_mask);
+			Action.sa_flags = 0;
+			::sigaction(SIGINT, &Action, nullptr);
+			::sigaction(SIGTERM, &Action, nullptr);
+		}
+
 		int32 RunServe(FHostSession& Session, int32 ProtocolOutput)
 		{
 			FMcpServer Server(Session.GetExecutor().ToSharedRef(), MakeServerInfo(Session.GetProjectFile()));
 			HostLogDisplay(FString::Printf(TEXT("MCP server %s on %s with %d tool%s; reading requests from standard input"),
 				HostVersion, *Session.GetProjectFile(), Session.GetExecutor()->GetToolNames().Num(), Session.GetExecutor()->GetToolNames().Num() == 1 ? TEXT("") : TEXT("s")));
-			FFileDescriptorSource Input(STDIN_FILENO);
+			InstallStopHandlers();
+			FFileDescriptorSource Input(STDIN_FILENO, &GStopSignal);
 			FFileDescriptorSink Output(ProtocolOutput);
 			Server.Serve(Input, Output);
+			if (GStopSignal != 0)
+			{
+				HostLogDisplay(FString::Printf(TEXT("stopped by signal %d"), static_cast<int32>(GStopSignal)));
+				// The shell's convention for a program ended by a signal.
+				return 128 + static_cast<int32>(GStopSignal);
+			}
 			HostLogDisplay(TEXT("standard input closed; the server stops"));
 			return HostExitCode::Success;
 		}

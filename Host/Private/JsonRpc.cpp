@@ -206,6 +206,10 @@ namespace Calvorn::Host
 	{
 		for (;;)
 		{
+			if (IsStopRequested())
+			{
+				return 0;
+			}
 			const ssize_t Count = ::read(FileDescriptor, Buffer, static_cast<size_t>(Capacity));
 			if (Count >= 0 || errno != EINTR)
 			{

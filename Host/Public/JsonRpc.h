@@ -2,6 +2,7 @@
 
 #include "CoreMinimal.h"
 
+#include <csignal>
 #include <string>
 #include <string_view>
 
@@ -97,19 +98,27 @@ namespace Calvorn::Host
 		virtual bool Write(std::string_view Bytes) = 0;
 	};
 
-	/** A POSIX file descriptor as a source; retries interrupted reads. */
+	/**
+	 * A POSIX file descriptor as a source; retries interrupted reads. Given a stop flag (set by a
+	 * signal handler), it ends the input instead once the flag is set, so a server told to stop by
+	 * a signal leaves through its normal exit and cleans up after itself.
+	 */
 	class FFileDescriptorSource : public IByteSource
 	{
 	public:
-		explicit FFileDescriptorSource(int32 InFileDescriptor)
+		explicit FFileDescriptorSource(int32 InFileDescriptor, const volatile std::sig_atomic_t* InStopFlag = nullptr)
 			: FileDescriptor(InFileDescriptor)
+			, StopFlag(InStopFlag)
 		{
 		}
 
 		virtual int64 Read(char* Buffer, int64 Capacity) override;
 
 	private:
+		bool IsStopRequested() const { return StopFlag && *StopFlag != 0; }
+
 		int32 FileDescriptor;
+		const volatile std::sig_atomic_t* StopFlag;
 	};
 
 	/** A POSIX file descriptor as a sink; retries interrupted and partial writes. */

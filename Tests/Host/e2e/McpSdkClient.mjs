@@ -3,6 +3,7 @@
 import assert from 'node:assert/strict';
 import { spawn, spawnSync } from 'node:child_process';
 import { once } from 'node:events';
+import { existsSync } from 'node:fs';
 import { createInterface } from 'node:readline';
 
 import { Client } from '@modelcontextprotocol/sdk/client/index.js';
@@ -117,6 +118,26 @@ async function rawSession() {
   ]);
 }
 
+// A client that ends the server with SIGTERM (as the SDK does when closing stdin is not enough)
+// still gets a clean exit: the session closes and the temporary sample project is removed.
+async function terminatedSession() {
+  const server = spawn(binary, ['serve'], { stdio: ['pipe', 'pipe', 'pipe'] });
+  let log = '';
+  server.stderr.on('data', (chunk) => { log += chunk; });
+  const lines = createInterface({ input: server.stdout });
+  const exited = once(server, 'exit');
+  server.stdin.write('{"jsonrpc":"2.0","id":1,"method":"ping"}\n');
+  const [reply] = await once(lines, 'line');
+  assert.deepEqual(JSON.parse(reply), { jsonrpc: '2.0', id: 1, result: {} });
+  server.kill('SIGTERM');
+  const [exitCode] = await exited;
+  assert.equal(exitCode, 128 + 15, log);
+  const folder = /using the sample project in (\S+)/.exec(log)?.[1];
+  assert.ok(folder, log);
+  assert.equal(existsSync(folder), false, `${folder} is left behind`);
+}
+
 const toolCount = await sdkSession();
 await rawSession();
-console.log(`calvorn-bp serve passed the MCP SDK client session (${toolCount} registered tools called) and the raw pipe session`);
+await terminatedSession();
+console.log(`calvorn-bp serve passed the MCP SDK client session (${toolCount} registered tools called) , the raw pipe session and the SIGTERM exit`);
