@@ -140,4 +140,4 @@ async function terminatedSession() {
 const toolCount = await sdkSession();
 await rawSession();
 await terminatedSession();
-console.log(`calvorn-bp serve passed the MCP SDK client session (${toolCount} registered tools called) , the raw pipe session and the SIGTERM exit`);
+console.log(`calvorn-bp serve passed the MCP SDK client session (${toolCount} registered tools called), the raw pipe session and the SIGTERM exit`);
