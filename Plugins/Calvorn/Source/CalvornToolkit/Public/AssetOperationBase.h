@@ -76,12 +76,13 @@ public:
 	// ---- Creating, saving, deleting ------------------------------------------------------------
 
 	/**
-	 * Creates the asset AssetName of AssetClass in a new package under PackagePath ("/Game/Folder";
-	 * a full package path ending with the asset name is accepted too). With a factory the factory
-	 * makes the object; without one it is NewObject in the new package. The new asset is public and
-	 * standalone, its package dirty, and the asset registry is told. Returns null with an error in
-	 * Result when the path or name is invalid, the package or an object of that name already exists,
-	 * the class cannot be instantiated, or the factory fails.
+	 * Creates the asset AssetName of AssetClass in the new package PackagePath/AssetName, PackagePath
+	 * being the folder ("/Game/Folder"), as the editor's asset tools take it. With a factory the
+	 * factory makes the object (in a build whose editor module has asset factories; otherwise a
+	 * factory is refused with a message); without one it is NewObject in the new package. The new
+	 * asset is public and standalone, its package dirty, and the asset registry is told. Returns null
+	 * with an error in Result when the path or name is invalid, the package or an object of that name
+	 * already exists, the class is abstract, or the factory fails; a package made for it is discarded.
 	 */
 	static UObject* CreateAsset(const FString& AssetName, const FString& PackagePath, UClass* AssetClass, Calvorn::FToolResult& Result, UFactory* Factory = nullptr);
 
