@@ -33,6 +33,8 @@ TEST_F(CalvornSettingsTest, NamesItsSectionAfterTheClass)
 	EXPECT_EQ(U8(UCalvornSettings::GetConfigSectionName()), "/Script/CalvornToolkit.CalvornSettings");
 	EXPECT_EQ(U8(UCalvornSettings::GetConfigFileName()), "DefaultEditor.ini");
 	EXPECT_TRUE(UCalvornSettings::StaticClass()->HasAnyClassFlags(CLASS_Config));
+	EXPECT_EQ(U8(UCalvornSettings::StaticClass()->ClassConfigName.ToString()), "Editor");
+	EXPECT_NE(UCalvornSettings::StaticClass()->FindPropertyByName(TEXT("bFocusOnNewNodes")), nullptr);
 }
 
 TEST_F(CalvornSettingsTest, ReadsTheFocusFlagFromTheProjectConfig)

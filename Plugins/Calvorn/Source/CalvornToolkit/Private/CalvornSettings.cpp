@@ -7,6 +7,8 @@
 #include "UObject/FieldIterator.h"
 
 IMPLEMENT_CLASS(UCalvornSettings,
+	// "config = Editor": the header tool would record it; here the registration does.
+	Class->ClassConfigName = FName(TEXT("Editor"));
 	UE_NATIVE_PROPERTY(FBoolProperty, bFocusOnNewNodes, CPF_Config | CPF_Edit, 0, (uint32)sizeof(bool), true);
 )
 
