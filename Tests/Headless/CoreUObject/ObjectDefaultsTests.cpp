@@ -80,3 +80,28 @@ TEST(ObjectDefaults, DataPropertiesOnANativeClassWithNativeChildrenAreRefused)
 	Child->StaticLink(true);
 	EXPECT_EQ(NewObject<UObject>(GetTransientPackage(), Child), nullptr);
 }
+
+TEST(ObjectDefaults, WithinClassesStillHaveDefaultObjects)
+{
+	// As AnimInstance is Within SkeletalMeshComponent: instances must live inside the Within class, the default
+	// object lives in the class's package and still gives instances their defaults.
+	UPackage* Script = CreatePackage(TEXT("/Script/WithinTest"));
+	UClass* Inner = NewObject<UClass>(Script, TEXT("InnerPart"), RF_Public);
+	Inner->SetSuperStruct(UObject::StaticClass());
+	Inner->ClassWithin = UTestReflectedObject::StaticClass();
+	FIntProperty* Level = new FIntProperty(Inner, TEXT("Level"), RF_Public | RF_MarkAsNative | RF_Transient);
+	Inner->AddCppProperty(Level);
+	Inner->Bind();
+	Inner->StaticLink(true);
+
+	UObject* Defaults = Inner->GetDefaultObject();
+	ASSERT_NE(Defaults, nullptr);
+	EXPECT_EQ(Defaults->GetOuter(), Script);
+	Level->SetPropertyValue_InContainer(Defaults, 4);
+
+	EXPECT_EQ(NewObject<UObject>(CreatePackage(TEXT("/Game/Within/Loose")), Inner), nullptr);
+	UTestReflectedObject* Holder = NewObject<UTestReflectedObject>(CreatePackage(TEXT("/Game/Within/Holder")), TEXT("Holder"));
+	UObject* Part = NewObject<UObject>(Holder, Inner, TEXT("Part"));
+	ASSERT_NE(Part, nullptr);
+	EXPECT_EQ(Level->GetPropertyValue_InContainer(Part), 4);
+}

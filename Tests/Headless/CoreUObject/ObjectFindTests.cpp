@@ -222,3 +222,41 @@ TEST(ObjectFind, PackagesTrackDirtinessAndTheirAsset)
 	EXPECT_TRUE(UObject::StaticClass()->GetPackage()->HasAnyPackageFlags(PKG_CompiledIn));
 	EXPECT_FALSE(UObject::StaticClass()->IsAsset());
 }
+
+namespace
+{
+	TArray<FString> GCallbackLog;
+
+	void SecondQueuedCallback()
+	{
+		GCallbackLog.Add(TEXT("second"));
+	}
+
+	void FirstQueuedCallback()
+	{
+		// Everything registered so far is findable, what this makes is findable at once, and a lookup made here
+		// neither runs this callback again nor the one queued below before this one ends.
+		static UE::CoreUObject::Private::FRegisterCompiledInCallback QueueSecond(&SecondQueuedCallback);
+		const bool bNativeFound = FindObject<UClass>(nullptr, TEXT("/Script/CoreUObjectTests.TestReflectedObject")) != nullptr;
+		UClass* Made = NewObject<UClass>(CreatePackage(TEXT("/Script/CallbackTest")), TEXT("MadeByCallback"), RF_Public);
+		Made->SetSuperStruct(UObject::StaticClass());
+		Made->Bind();
+		Made->StaticLink(true);
+		const bool bMadeFound = FindObject<UClass>(nullptr, TEXT("/Script/CallbackTest.MadeByCallback")) == Made;
+		GCallbackLog.Add(FString::Printf(TEXT("first native=%d made=%d"), bNativeFound ? 1 : 0, bMadeFound ? 1 : 0));
+	}
+}
+
+TEST(ObjectFind, QueuedCallbacksRunOnceBeforeTheLookupThatTriggersThem)
+{
+	GCallbackLog.Reset();
+	static UE::CoreUObject::Private::FRegisterCompiledInCallback QueueFirst(&FirstQueuedCallback);
+	EXPECT_TRUE(GCallbackLog.IsEmpty());
+	// The first lookup by path runs the queue before it looks.
+	EXPECT_NE(StaticFindObject(UClass::StaticClass(), nullptr, TEXT("/Script/CallbackTest.MadeByCallback")), nullptr);
+	ASSERT_EQ(GCallbackLog.Num(), 2);
+	EXPECT_EQ(U8(GCallbackLog[0]), "first native=1 made=1");
+	EXPECT_EQ(U8(GCallbackLog[1]), "second");
+	StaticFindObject(UClass::StaticClass(), nullptr, TEXT("/Script/CallbackTest.MadeByCallback"));
+	EXPECT_EQ(GCallbackLog.Num(), 2);
+}

@@ -251,12 +251,16 @@ TEST(PropertyText, TextsKeepTheirIdentity)
 	EXPECT_EQ(U8(Table.Export(TEXT("Text"))), "INVTEXT(\"Fixed\")");
 	const FText& Value = *(const FText*)Table.ValuePtr(TEXT("Text"));
 	EXPECT_TRUE(Value.IsCultureInvariant());
-	// A text made from a string writes as INVTEXT when culture invariant (as FText::FromString makes it
-	// here), else as the plain string.
+	// A text made from a string is not culture invariant in the editor (FText::FromString), so it writes as the
+	// plain string, quoted when delimited; made with FText::AsCultureInvariant it writes as INVTEXT.
 	EXPECT_EQ(U8(Table.Import(TEXT("Text"), TEXT("Plain words"))), "");
-	const bool bInvariant = (*(const FText*)Table.ValuePtr(TEXT("Text"))).IsCultureInvariant();
-	EXPECT_EQ(U8(Table.Export(TEXT("Text"))), bInvariant ? "INVTEXT(\"Plain words\")" : "Plain words");
-	EXPECT_EQ(U8(Table.Export(TEXT("Text"), PPF_Delimited)), bInvariant ? "INVTEXT(\"Plain words\")" : "\"Plain words\"");
+	EXPECT_FALSE((*(const FText*)Table.ValuePtr(TEXT("Text"))).IsCultureInvariant());
+	EXPECT_EQ(U8(Table.Export(TEXT("Text"))), "Plain words");
+	EXPECT_EQ(U8(Table.Export(TEXT("Text"), PPF_Delimited)), "\"Plain words\"");
+	*(FText*)Table.ValuePtr(TEXT("Text")) = FText::FromString(TEXT("From a string"));
+	EXPECT_EQ(U8(Table.Export(TEXT("Text"))), "From a string");
+	*(FText*)Table.ValuePtr(TEXT("Text")) = FText::AsCultureInvariant(TEXT("Invariant"));
+	EXPECT_EQ(U8(Table.Export(TEXT("Text"))), "INVTEXT(\"Invariant\")");
 	EXPECT_EQ(U8(Table.Import(TEXT("Text"), TEXT("\"Quoted \\\"words\\\"\""), PPF_Delimited)), "");
 	EXPECT_EQ(U8((*(const FText*)Table.ValuePtr(TEXT("Text"))).ToString()), "Quoted \"words\"");
 	EXPECT_EQ(U8(Table.Import(TEXT("Text"), TEXT("NSLOCTEXT(\"Ns\", \"Key\")"))), "<failed>");

@@ -28,6 +28,8 @@ namespace
 		/** Types built but not yet given their package and slot in the object array. */
 		TArray<TPair<UObject*, const TCHAR*>> Deferred;
 		int32 Depth = 0;
+		/** Set while queued callbacks run: their own lookups register new types but do not start the callbacks again. */
+		bool bRunningCallbacks = false;
 	};
 
 	void ProcessDeferredRegistrations()
@@ -128,11 +130,13 @@ namespace UE::CoreUObject::Private
 	void EnsureCompiledInTypesRegistered()
 	{
 		FCompiledInRegistry& Registry = FCompiledInRegistry::Get();
-		if (Registry.Depth > 0 || (Registry.PendingTypes.IsEmpty() && Registry.Deferred.IsEmpty() && Registry.PendingCallbacks.IsEmpty()))
+		if (Registry.Depth > 0)
 		{
 			return;
 		}
+		if (!Registry.PendingTypes.IsEmpty() || !Registry.Deferred.IsEmpty())
 		{
+			// Closing the scope gives the types built in it their package and slot, so they are findable after.
 			FNativeConstructionScope Scope;
 			while (!Registry.PendingTypes.IsEmpty())
 			{
@@ -141,15 +145,20 @@ namespace UE::CoreUObject::Private
 				Register();
 			}
 		}
-		// The types are findable now. Callbacks run in a scope of their own, so their lookups do not
-		// start this processing again; each is taken off the queue before it runs.
-		FNativeConstructionScope CallbackScope;
+		if (Registry.bRunningCallbacks || Registry.PendingCallbacks.IsEmpty())
+		{
+			return;
+		}
+		// Outside any construction scope, so what a callback builds or looks up is registered at once; each
+		// callback is taken off the queue before it runs, and one queued by a callback runs after it.
+		Registry.bRunningCallbacks = true;
 		while (!Registry.PendingCallbacks.IsEmpty())
 		{
 			void (*Callback)() = Registry.PendingCallbacks[0];
 			Registry.PendingCallbacks.RemoveAt(0);
 			Callback();
 		}
+		Registry.bRunningCallbacks = false;
 	}
 
 	FRegisterCompiledInCallback::FRegisterCompiledInCallback(void (*Callback)())

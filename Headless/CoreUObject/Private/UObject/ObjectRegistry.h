@@ -62,6 +62,8 @@ namespace UE::CoreUObject::Private
 	void SetObjectName(UObjectBase* Object, FName Name);
 	void SetObjectOuter(UObjectBase* Object, UObject* Outer);
 	void SetObjectClass(UObjectBase* Object, UClass* Class);
+	/** Sets the object flags outright (usable while the object is still being constructed). */
+	void SetObjectFlags(UObjectBase* Object, EObjectFlags Flags);
 	void SetInternalFlags(UObjectBase* Object, EInternalObjectFlags Flags, bool bSet);
 
 	/** Frees one object (no checks): destructor, data-defined property values, memory. */

@@ -302,6 +302,11 @@ namespace UE::CoreUObject::Private
 		FObjectRegistrationAccess::Class(Object) = Class;
 	}
 
+	void SetObjectFlags(UObjectBase* Object, EObjectFlags Flags)
+	{
+		FObjectRegistrationAccess::Flags(Object) = Flags;
+	}
+
 	void SetInternalFlags(UObjectBase* Object, EInternalObjectFlags Flags, bool bSet)
 	{
 		if (FUObjectItem* Item = GUObjectArray.ObjectToObjectItem(Object))
@@ -368,7 +373,8 @@ bool FUObjectArray::IsValid(const UObjectBase* Object) const
 UObjectBase::UObjectBase()
 {
 	FObjectInitializer* Initializer = GetTopInitializer();
-	checkf(Initializer && Initializer->GetObj() == (UObject*)this,
+	// Compared as addresses: this object is not a UObject yet.
+	checkf(Initializer && (const void*)Initializer->GetObj() == (const void*)this,
 		TEXT("Objects must be made with NewObject (or StaticConstructObject_Internal), never constructed directly"));
 	// The construction in progress says who this object is; register it at once so the rest of its
 	// constructor (default subobjects) can find it by path.

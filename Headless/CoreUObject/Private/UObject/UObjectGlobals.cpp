@@ -33,7 +33,7 @@ namespace UE::CoreUObject::Private
 		SetObjectOuter(Object, FObjectConstructionAccess::Outer(Initializer));
 		SetObjectClass(Object, const_cast<UClass*>(FObjectConstructionAccess::Class(Initializer)));
 		// The flags were set by the UObjectBase member initialiser to none; take the requested ones.
-		((UObjectBaseUtility*)Object)->SetFlags(FObjectConstructionAccess::Flags(Initializer) | RF_NeedInitialization);
+		SetObjectFlags(Object, FObjectConstructionAccess::Flags(Initializer) | RF_NeedInitialization);
 	}
 
 	namespace
@@ -246,7 +246,9 @@ UObject* StaticConstructObject_Internal(const FStaticConstructObjectParameters& 
 	{
 		Outer = GetTransientPackage();
 	}
-	if (Outer && Class->ClassWithin && !Outer->IsA(Class->ClassWithin))
+	// Default objects and archetypes live where their class or template puts them, whatever the class's Within.
+	const bool bDefaultsOrArchetype = (InParams.SetFlags & (RF_ClassDefaultObject | RF_ArchetypeObject)) != 0;
+	if (Outer && Class->ClassWithin && !bDefaultsOrArchetype && !Outer->IsA(Class->ClassWithin))
 	{
 		LogError(FString::Printf(TEXT("NewObject: objects of class %s must live inside a %s, not in %s"), *Class->GetName(), *Class->ClassWithin->GetName(),
 			*Outer->GetFullName()));
@@ -502,6 +504,8 @@ namespace
 
 UObject* StaticFindObject(UClass* Class, UObject* InOuter, const TCHAR* InName, bool bExactClass)
 {
+	// First: the path's segments are looked up as existing names, which queued registrations may still have to add.
+	EnsureCompiledInTypesRegistered();
 	if (!InName || !*InName)
 	{
 		return nullptr;
@@ -526,6 +530,7 @@ UObject* StaticFindObject(UClass* Class, UObject* InOuter, const TCHAR* InName, 
 
 UObject* StaticFindObject(UClass* Class, FTopLevelAssetPath ObjectPath, bool bExactClass)
 {
+	EnsureCompiledInTypesRegistered();
 	if (ObjectPath.IsNull())
 	{
 		return nullptr;
