@@ -148,6 +148,8 @@ protected:
 	double Value;
 
 	JSON_API virtual FString GetType() const override;
+
+	friend struct UE::Json::Private::FValueAccess;
 };
 
 /**
@@ -201,6 +203,8 @@ protected:
 	bool Value;
 
 	JSON_API virtual FString GetType() const override;
+
+	friend struct UE::Json::Private::FValueAccess;
 };
 
 class FJsonValueArray : public FJsonValue
@@ -217,6 +221,8 @@ protected:
 	TArray<TSharedPtr<FJsonValue>> Value;
 
 	JSON_API virtual FString GetType() const override;
+
+	friend struct UE::Json::Private::FValueAccess;
 };
 
 class FJsonValueObject : public FJsonValue
@@ -232,6 +238,8 @@ protected:
 	TSharedPtr<FJsonObject> Value;
 
 	JSON_API virtual FString GetType() const override;
+
+	friend struct UE::Json::Private::FValueAccess;
 };
 
 class FJsonValueNull : public FJsonValue

@@ -42,6 +42,16 @@ public:
 	/** Writes plain ASCII text (the literals and numbers the writer prints). */
 	JSON_API void WriteAscii(const char* Chars, int32 Count);
 
+	/** Writes a literal such as u"true"; its length is known here, so the copy is inlined. */
+	template <int32 N>
+	FORCEINLINE void WriteLiteral(const TCHAR (&Text)[N])
+	{
+		Write(Text, N - 1);
+	}
+
+	/** Writes the string as a JSON string literal: quotes around the text WriteEscaped writes. */
+	JSON_API void WriteQuoted(const TCHAR* Chars, int32 Count);
+
 	/**
 	 * Writes a string's content escaped as the engine's writer escapes it, without the quotes:
 	 * \" \\ \b \f \n \r \t by name, other code units below U+0020 as \u00XX (lower-case hex), and

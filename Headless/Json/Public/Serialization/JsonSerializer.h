@@ -7,6 +7,7 @@
 #include "Serialization/JsonTypes.h"
 #include "Serialization/JsonWriter.h"
 
+#include <type_traits>
 #include <typeinfo>
 
 /** The value types FJsonSerializer reads into and writes from. */
@@ -24,142 +25,344 @@ namespace UE::Json::Private
 	{
 		static const FString& GetString(const FJsonValueString& Value) { return Value.Value; }
 		static const FString& GetNumberText(const FJsonValueNumberString& Value) { return Value.Value; }
+		static double GetNumber(const FJsonValueNumber& Value) { return Value.Value; }
+		static bool GetBool(const FJsonValueBoolean& Value) { return Value.Value; }
+		static const TArray<TSharedPtr<FJsonValue>>& GetArray(const FJsonValueArray& Value) { return Value.Value; }
+		static const TSharedPtr<FJsonObject>& GetObject(const FJsonValueObject& Value) { return Value.Value; }
+	};
+
+	/** A value reduced to what the writer prints. */
+	struct FPrintableValue
+	{
+		enum class EKind : uint8
+		{
+			Null,
+			Bool,
+			Number,
+			/** A number printed as the text it holds. */
+			RawNumber,
+			String,
+			Array,
+			Object,
+		};
+
+		EKind Kind = EKind::Null;
+		bool bBool = false;
+		double Number = 0.0;
+		const FString* Text = nullptr;
+		const TArray<TSharedPtr<FJsonValue>>* Array = nullptr;
+		const TMap<FString, TSharedPtr<FJsonValue>>* Map = nullptr;
 	};
 
 	/**
+	 * What the writer prints for Value. The classes the reader builds (nearly every value) are read
+	 * in place; any other subclass is asked through its virtual accessors, and text it only hands
+	 * out by value lands in Scratch, which must outlive the use of the result. A null pointer, or an
+	 * object value without an object, prints as null where the engine would crash.
+	 */
+	FORCEINLINE FPrintableValue ResolveForPrinting(const FJsonValue* Value, FString& Scratch)
+	{
+		using EKind = FPrintableValue::EKind;
+		FPrintableValue Result;
+		if (!Value)
+		{
+			return Result;
+		}
+		const std::type_info& Class = typeid(*Value);
+		switch (Value->Type)
+		{
+		case EJson::Boolean:
+			Result.Kind = EKind::Bool;
+			Result.bBool = Class == typeid(FJsonValueBoolean) ? FValueAccess::GetBool(static_cast<const FJsonValueBoolean&>(*Value)) : Value->AsBool();
+			break;
+		case EJson::Number:
+			if (Class == typeid(FJsonValueNumber))
+			{
+				Result.Kind = EKind::Number;
+				Result.Number = FValueAccess::GetNumber(static_cast<const FJsonValueNumber&>(*Value));
+			}
+			else if (Class == typeid(FJsonValueNumberString))
+			{
+				Result.Kind = EKind::RawNumber;
+				Result.Text = &FValueAccess::GetNumberText(static_cast<const FJsonValueNumberString&>(*Value));
+			}
+			else if (!Value->PreferStringRepresentation())
+			{
+				Result.Kind = EKind::Number;
+				Result.Number = Value->AsNumber();
+			}
+			else
+			{
+				Scratch = Value->AsString();
+				Result.Kind = EKind::RawNumber;
+				Result.Text = &Scratch;
+			}
+			break;
+		case EJson::String:
+			Result.Kind = EKind::String;
+			if (Class == typeid(FJsonValueString))
+			{
+				Result.Text = &FValueAccess::GetString(static_cast<const FJsonValueString&>(*Value));
+			}
+			else
+			{
+				Scratch = Value->AsString();
+				Result.Text = &Scratch;
+			}
+			break;
+		case EJson::Array:
+			if (Class == typeid(FJsonValueArray))
+			{
+				Result.Array = &FValueAccess::GetArray(static_cast<const FJsonValueArray&>(*Value));
+			}
+			else if (!Value->TryGetArray(Result.Array))
+			{
+				Result.Array = nullptr;
+			}
+			Result.Kind = Result.Array ? EKind::Array : EKind::Null;
+			break;
+		case EJson::Object:
+		{
+			const TSharedPtr<FJsonObject>* Object = nullptr;
+			if (Class == typeid(FJsonValueObject))
+			{
+				Object = &FValueAccess::GetObject(static_cast<const FJsonValueObject&>(*Value));
+			}
+			else if (!Value->TryGetObject(Object))
+			{
+				Object = nullptr;
+			}
+			if (Object && Object->IsValid())
+			{
+				Result.Kind = EKind::Object;
+				Result.Map = &(*Object)->Values;
+			}
+			break;
+		}
+		default:
+			break;
+		}
+		return Result;
+	}
+
+	/**
 	 * Writes one value (and its name, when Identifier is given) and everything under it. The walk
-	 * keeps its own stack, so a deep tree cannot exhaust the call stack. Null pointers in the tree
-	 * are written as null, where the engine would crash.
+	 * keeps its own stack, so a deep tree cannot exhaust the call stack.
+	 *
+	 * The top value always goes through the writer's own calls, which decide about the comma before
+	 * it and refuse misuse. With the condensed layout, whose output has no state beyond the brackets
+	 * still open, the contents of a container are then printed straight into the writer's stream:
+	 * the same text the writer's calls would produce, without their per-token bookkeeping. Other
+	 * layouts are written token by token through the writer.
 	 */
 	template <class CharType, class PrintPolicy>
-	void WriteTree(TJsonWriter<CharType, PrintPolicy>& Writer, const FString* Identifier, const FJsonValue* Root)
+	class TTreeWriter
 	{
+	public:
+		using FWriter = TJsonWriter<CharType, PrintPolicy>;
 		using FMap = TMap<FString, TSharedPtr<FJsonValue>>;
 		using FArray = TArray<TSharedPtr<FJsonValue>>;
+		using EKind = FPrintableValue::EKind;
 
-		// Writes a scalar, or opens a container and returns it for the walk to descend into.
-		auto WriteOne = [&Writer](const FString* Name, const FJsonValue* Value, const FArray*& OutArray, const FMap*& OutMap)
+		static void Write(FWriter& Writer, const FString* Identifier, const FJsonValue* Root)
 		{
-			OutArray = nullptr;
-			OutMap = nullptr;
-			const EJson Kind = Value ? Value->Type : EJson::Null;
-			switch (Kind)
+			FString Scratch;
+			const FPrintableValue Value = ResolveForPrinting(Root, Scratch);
+			const int32 OpenBefore = Writer.Stack.Num();
+			if (!WriteToken(Writer, Identifier, Value))
 			{
-			case EJson::Boolean:
-				Name ? Writer.WriteValue(*Name, Value->AsBool()) : Writer.WriteValue(Value->AsBool());
 				return;
-			case EJson::Number:
-				if (!Value->PreferStringRepresentation())
-				{
-					Name ? Writer.WriteValue(*Name, Value->AsNumber()) : Writer.WriteValue(Value->AsNumber());
-				}
-				else if (typeid(*Value) == typeid(FJsonValueNumberString))
-				{
-					const FString& Text = FValueAccess::GetNumberText(static_cast<const FJsonValueNumberString&>(*Value));
-					Name ? Writer.WriteRawJSONValue(*Name, Text) : Writer.WriteRawJSONValue(Text);
-				}
-				else
-				{
-					const FString Text = Value->AsString();
-					Name ? Writer.WriteRawJSONValue(*Name, Text) : Writer.WriteRawJSONValue(Text);
-				}
-				return;
-			case EJson::String:
-				// Strings are nearly always our own FJsonValueString; read those in place.
-				if (typeid(*Value) == typeid(FJsonValueString))
-				{
-					const FString& Text = FValueAccess::GetString(static_cast<const FJsonValueString&>(*Value));
-					Name ? Writer.WriteValue(*Name, Text) : Writer.WriteValue(Text);
-				}
-				else
-				{
-					const FString Text = Value->AsString();
-					Name ? Writer.WriteValue(*Name, Text) : Writer.WriteValue(Text);
-				}
-				return;
-			case EJson::Array:
+			}
+			if constexpr (std::is_same_v<PrintPolicy, TCondensedJsonPrintPolicy<CharType>>)
 			{
-				const FArray* Array = nullptr;
-				if (Value->TryGetArray(Array))
+				// Only a container the writer accepted may be filled in directly.
+				if (Writer.Stack.Num() == OpenBefore + 1)
 				{
-					Name ? Writer.WriteArrayStart(*Name) : Writer.WriteArrayStart();
-					OutArray = Array;
+					PrintContents(Writer.Stream, Value);
+					Value.Kind == EKind::Array ? Writer.WriteArrayEnd() : Writer.WriteObjectEnd();
 					return;
 				}
-				break;
 			}
-			case EJson::Object:
-			{
-				const TSharedPtr<FJsonObject>* Object = nullptr;
-				if (Value->TryGetObject(Object) && Object->IsValid())
-				{
-					Name ? Writer.WriteObjectStart(*Name) : Writer.WriteObjectStart();
-					OutMap = &(*Object)->Values;
-					return;
-				}
-				break;
-			}
-			default:
-				break;
-			}
-			Name ? Writer.WriteNull(*Name) : Writer.WriteNull();
-		};
+			WriteContents(Writer, Value);
+		}
 
-		static const FMap EmptyMap;
+	private:
 		struct FFrame
 		{
 			const FArray* Array;
 			int32 NextIndex;
 			typename FMap::TConstIterator NextMember;
 		};
-		TArray<FFrame> Frames;
 
-		auto Push = [&Frames](const FArray* Array, const FMap* Map)
+		static FFrame MakeFrame(const FPrintableValue& Container)
 		{
-			if (Array)
-			{
-				Frames.Add(FFrame{Array, 0, EmptyMap.CreateConstIterator()});
-			}
-			else if (Map)
-			{
-				Frames.Add(FFrame{nullptr, 0, Map->CreateConstIterator()});
-			}
-		};
-
-		const FArray* Array = nullptr;
-		const FMap* Map = nullptr;
-		WriteOne(Identifier, Root, Array, Map);
-		Push(Array, Map);
-
-		while (Frames.Num() > 0)
-		{
-			FFrame& Top = Frames.Top();
-			if (Top.Array)
-			{
-				if (Top.NextIndex == Top.Array->Num())
-				{
-					Frames.Pop();
-					Writer.WriteArrayEnd();
-					continue;
-				}
-				const FJsonValue* Element = (*Top.Array)[Top.NextIndex++].Get();
-				WriteOne(nullptr, Element, Array, Map);
-			}
-			else
-			{
-				if (!Top.NextMember)
-				{
-					Frames.Pop();
-					Writer.WriteObjectEnd();
-					continue;
-				}
-				const auto& Member = *Top.NextMember;
-				++Top.NextMember;
-				WriteOne(&Member.Key, Member.Value.Get(), Array, Map);
-			}
-			// May reallocate Frames; Top is not used past this point.
-			Push(Array, Map);
+			static const FMap EmptyMap;
+			return Container.Kind == EKind::Array
+				? FFrame{Container.Array, 0, EmptyMap.CreateConstIterator()}
+				: FFrame{nullptr, 0, Container.Map->CreateConstIterator()};
 		}
+
+		/** Writes a scalar, or opens a container; true when a container was opened. */
+		static bool WriteToken(FWriter& Writer, const FString* Name, const FPrintableValue& Value)
+		{
+			switch (Value.Kind)
+			{
+			case EKind::Bool:
+				Name ? Writer.WriteValue(*Name, Value.bBool) : Writer.WriteValue(Value.bBool);
+				return false;
+			case EKind::Number:
+				Name ? Writer.WriteValue(*Name, Value.Number) : Writer.WriteValue(Value.Number);
+				return false;
+			case EKind::RawNumber:
+				Name ? Writer.WriteRawJSONValue(*Name, *Value.Text) : Writer.WriteRawJSONValue(*Value.Text);
+				return false;
+			case EKind::String:
+				Name ? Writer.WriteValue(*Name, *Value.Text) : Writer.WriteValue(*Value.Text);
+				return false;
+			case EKind::Array:
+				Name ? Writer.WriteArrayStart(*Name) : Writer.WriteArrayStart();
+				return true;
+			case EKind::Object:
+				Name ? Writer.WriteObjectStart(*Name) : Writer.WriteObjectStart();
+				return true;
+			default:
+				Name ? Writer.WriteNull(*Name) : Writer.WriteNull();
+				return false;
+			}
+		}
+
+		/** The contents and the end of an opened container, token by token through the writer. */
+		static void WriteContents(FWriter& Writer, const FPrintableValue& Container)
+		{
+			FString Scratch;
+			TArray<FFrame> Frames;
+			Frames.Add(MakeFrame(Container));
+			while (Frames.Num() > 0)
+			{
+				FFrame& Top = Frames.Top();
+				const FString* Name = nullptr;
+				const FJsonValue* Child;
+				if (Top.Array)
+				{
+					if (Top.NextIndex == Top.Array->Num())
+					{
+						Frames.Pop();
+						Writer.WriteArrayEnd();
+						continue;
+					}
+					Child = (*Top.Array)[Top.NextIndex++].Get();
+				}
+				else
+				{
+					if (!Top.NextMember)
+					{
+						Frames.Pop();
+						Writer.WriteObjectEnd();
+						continue;
+					}
+					const auto& Member = *Top.NextMember;
+					++Top.NextMember;
+					Name = &Member.Key;
+					Child = Member.Value.Get();
+				}
+				const FPrintableValue Value = ResolveForPrinting(Child, Scratch);
+				if (WriteToken(Writer, Name, Value))
+				{
+					// May reallocate Frames; Top is not used past this point.
+					Frames.Add(MakeFrame(Value));
+				}
+			}
+		}
+
+		/** The contents of an opened container (not its closing bracket) in the condensed layout. */
+		static void PrintContents(FJsonPrintStream& Stream, const FPrintableValue& Container)
+		{
+			FString Scratch;
+			TArray<FFrame> Frames;
+			Frames.Reserve(16);
+			Frames.Add(MakeFrame(Container));
+			while (true)
+			{
+				FFrame& Top = Frames.Top();
+				const FJsonValue* Child;
+				if (Top.Array)
+				{
+					if (Top.NextIndex == Top.Array->Num())
+					{
+						Frames.Pop();
+						if (Frames.Num() == 0)
+						{
+							return;
+						}
+						Stream.Write(CharType(']'));
+						continue;
+					}
+					if (Top.NextIndex > 0)
+					{
+						Stream.Write(CharType(','));
+					}
+					Child = (*Top.Array)[Top.NextIndex++].Get();
+				}
+				else
+				{
+					if (!Top.NextMember)
+					{
+						Frames.Pop();
+						if (Frames.Num() == 0)
+						{
+							return;
+						}
+						Stream.Write(CharType('}'));
+						continue;
+					}
+					// NextIndex counts the members written, for the comma.
+					if (Top.NextIndex++ > 0)
+					{
+						Stream.Write(CharType(','));
+					}
+					const auto& Member = *Top.NextMember;
+					++Top.NextMember;
+					Stream.WriteQuoted(*Member.Key, Member.Key.Len());
+					Stream.Write(CharType(':'));
+					Child = Member.Value.Get();
+				}
+
+				const FPrintableValue Value = ResolveForPrinting(Child, Scratch);
+				switch (Value.Kind)
+				{
+				case EKind::Bool:
+					Value.bBool ? Stream.WriteLiteral(u"true") : Stream.WriteLiteral(u"false");
+					break;
+				case EKind::Number:
+					PrintPolicy::WriteDouble(&Stream, Value.Number);
+					break;
+				case EKind::RawNumber:
+					PrintPolicy::WriteString(&Stream, *Value.Text);
+					break;
+				case EKind::String:
+					Stream.WriteQuoted(**Value.Text, Value.Text->Len());
+					break;
+				case EKind::Array:
+					Stream.Write(CharType('['));
+					// May reallocate Frames; Top is not used past this point.
+					Frames.Add(MakeFrame(Value));
+					break;
+				case EKind::Object:
+					Stream.Write(CharType('{'));
+					Frames.Add(MakeFrame(Value));
+					break;
+				default:
+					Stream.WriteLiteral(u"null");
+					break;
+				}
+			}
+		}
+	};
+
+	template <class CharType, class PrintPolicy>
+	void WriteTree(TJsonWriter<CharType, PrintPolicy>& Writer, const FString* Identifier, const FJsonValue* Root)
+	{
+		TTreeWriter<CharType, PrintPolicy>::Write(Writer, Identifier, Root);
 	}
 }
 

@@ -5,6 +5,12 @@
 #include "Policies/PrettyJsonPrintPolicy.h"
 #include "Serialization/JsonTypes.h"
 
+namespace UE::Json::Private
+{
+	template <class CharType, class PrintPolicy>
+	class TTreeWriter;
+}
+
 /** The string as a JSON string literal: escaped as the writer escapes, with the quotes. */
 JSON_API FString EscapeJsonString(const FString& StringVal);
 
@@ -343,8 +349,13 @@ protected:
 
 	EJsonToken WriteValueOnly(bool Value)
 	{
-		Stream.WriteAscii(Value ? "true" : "false", Value ? 4 : 5);
-		return Value ? EJsonToken::True : EJsonToken::False;
+		if (Value)
+		{
+			Stream.WriteLiteral(u"true");
+			return EJsonToken::True;
+		}
+		Stream.WriteLiteral(u"false");
+		return EJsonToken::False;
 	}
 
 	EJsonToken WriteValueOnly(float Value)
@@ -378,15 +389,13 @@ protected:
 
 	EJsonToken WriteValueOnly(std::nullptr_t)
 	{
-		Stream.WriteAscii("null", 4);
+		Stream.WriteLiteral(u"null");
 		return EJsonToken::Null;
 	}
 
 	EJsonToken WriteStringOnly(const TCHAR* Chars, int32 Length)
 	{
-		PrintPolicy::WriteChar(&Stream, CharType('"'));
-		Stream.WriteEscaped(Chars, Length);
-		PrintPolicy::WriteChar(&Stream, CharType('"'));
+		Stream.WriteQuoted(Chars, Length);
 		return EJsonToken::String;
 	}
 
@@ -399,6 +408,10 @@ protected:
 		}
 		return static_cast<int32>(Cursor - String);
 	}
+
+	// The tree walk of FJsonSerializer prints whole subtrees straight into the stream.
+	template <class, class>
+	friend class UE::Json::Private::TTreeWriter;
 
 	FJsonPrintStream Stream;
 	TArray<EJson> Stack;
