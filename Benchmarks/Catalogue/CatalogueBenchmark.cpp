@@ -3,12 +3,11 @@
 //
 //   CatalogueBenchmark [google-benchmark flags]
 //
-// Registration happens once per process, so it is measured by a single iteration; the lookups
-// are measured as usual.
+// Registration happens once per process, on the first lookup, so it is reported by a single
+// iteration timed by the catalogue itself; the lookups are measured as usual.
 
 #include "CoreMinimal.h"
 #include "Catalogue/EngineCatalogue.h"
-#include "Modules/ModuleManager.h"
 #include "UObject/Class.h"
 #include "UObject/Package.h"
 #include "UObject/UObjectGlobals.h"
@@ -21,27 +20,27 @@ namespace
 {
 	void BM_RegisterEngineCatalogue(benchmark::State& State)
 	{
-		// The object system's own classes register on first use; that is not the catalogue's cost.
-		benchmark::DoNotOptimize(FindObject<UClass>(nullptr, TEXT("/Script/CoreUObject.Object")));
+		// The program's first lookup registers the compiled-in types and then the catalogue, once per
+		// process; the catalogue times its own part, which is what this reports.
 		for (auto _ : State)
 		{
-			FModuleManager::Get().LoadModuleChecked(TEXT("Catalogue"));
-		}
-		FString Error;
-		if (!UE::Catalogue::RegisterEngineCatalogue(&Error))
-		{
-			State.SkipWithError(FStringToUTF8(Error).c_str());
-			return;
+			benchmark::DoNotOptimize(FindObject<UClass>(nullptr, TEXT("/Script/CoreUObject.Object")));
+			FString Error;
+			if (!UE::Catalogue::RegisterEngineCatalogue(&Error))
+			{
+				State.SkipWithError(FStringToUTF8(Error).c_str());
+				return;
+			}
+			State.SetIterationTime(UE::Catalogue::GetCatalogueStats().Seconds);
 		}
 		const UE::Catalogue::FCatalogueStats& Stats = UE::Catalogue::GetCatalogueStats();
 		State.counters["classes"] = Stats.NumClasses;
 		State.counters["functions"] = Stats.NumFunctions;
 		State.counters["properties"] = Stats.NumProperties;
-		State.counters["ms"] = Stats.Seconds * 1000.0;
 		std::printf("catalogue start-up: %.2f ms for %d classes, %d functions, %d properties (target 50 ms)\n",
 			Stats.Seconds * 1000.0, Stats.NumClasses, Stats.NumFunctions, Stats.NumProperties);
 	}
-	BENCHMARK(BM_RegisterEngineCatalogue)->Iterations(1)->Unit(benchmark::kMillisecond);
+	BENCHMARK(BM_RegisterEngineCatalogue)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 	void BM_FindClassByPath(benchmark::State& State)
 	{
