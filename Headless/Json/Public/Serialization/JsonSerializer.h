@@ -60,7 +60,7 @@ namespace UE::Json::Private
 	 * out by value lands in Scratch, which must outlive the use of the result. A null pointer, or an
 	 * object value without an object, prints as null where the engine would crash.
 	 */
-	FORCEINLINE FPrintableValue ResolveForPrinting(const FJsonValue* Value, FString& Scratch)
+	[[gnu::always_inline]] inline FPrintableValue ResolveForPrinting(const FJsonValue* Value, FString& Scratch)
 	{
 		using EKind = FPrintableValue::EKind;
 		FPrintableValue Result;
@@ -194,13 +194,15 @@ namespace UE::Json::Private
 			typename FMap::TConstIterator NextMember;
 		};
 
-		static FFrame MakeFrame(const FPrintableValue& Container)
+		[[gnu::always_inline]] static FFrame MakeFrame(const FPrintableValue& Container)
 		{
-			static const FMap EmptyMap;
+			// An array frame needs some map to give its unused member iterator; any will do.
 			return Container.Kind == EKind::Array
-				? FFrame{Container.Array, 0, EmptyMap.CreateConstIterator()}
+				? FFrame{Container.Array, 0, EmptyMapForFrames.CreateConstIterator()}
 				: FFrame{nullptr, 0, Container.Map->CreateConstIterator()};
 		}
+
+		static inline const FMap EmptyMapForFrames;
 
 		/** Writes a scalar, or opens a container; true when a container was opened. */
 		static bool WriteToken(FWriter& Writer, const FString* Name, const FPrintableValue& Value)
