@@ -4,6 +4,12 @@
 #include "Dom/JsonNodeAllocator.h"
 #include "Math/UnrealMathUtility.h"
 
+FJsonObject::~FJsonObject()
+{
+	// The fields are destroyed right after this; have their nodes on the way.
+	UE::Json::Private::PrefetchChildren(Values);
+}
+
 TSharedPtr<FJsonValue> FJsonObject::GetField(const FString& FieldName, EJson JsonType) const
 {
 	const TSharedPtr<FJsonValue>* Field = Values.Find(FieldName);

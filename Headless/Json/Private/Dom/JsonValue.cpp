@@ -671,7 +671,10 @@ FJsonValueArray::FJsonValueArray(TArray<TSharedPtr<FJsonValue>>&& InArray)
 	Type = EJson::Array;
 }
 
-FJsonValueArray::~FJsonValueArray() = default;
+FJsonValueArray::~FJsonValueArray()
+{
+	UE::Json::Private::PrefetchChildren(Value);
+}
 
 bool FJsonValueArray::TryGetArray(const TArray<TSharedPtr<FJsonValue>>*& OutArray) const
 {

@@ -18,6 +18,13 @@ class FJsonObject
 public:
 	TMap<FString, TSharedPtr<FJsonValue>> Values;
 
+	FJsonObject() = default;
+	FJsonObject(const FJsonObject&) = default;
+	FJsonObject(FJsonObject&&) = default;
+	FJsonObject& operator=(const FJsonObject&) = default;
+	FJsonObject& operator=(FJsonObject&&) = default;
+	JSON_API ~FJsonObject();
+
 	template <EJson JsonType>
 	TSharedPtr<FJsonValue> GetField(const FString& FieldName) const
 	{

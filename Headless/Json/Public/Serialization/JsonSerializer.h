@@ -197,9 +197,13 @@ namespace UE::Json::Private
 		[[gnu::always_inline]] static FFrame MakeFrame(const FPrintableValue& Container)
 		{
 			// An array frame needs some map to give its unused member iterator; any will do.
-			return Container.Kind == EKind::Array
-				? FFrame{Container.Array, 0, EmptyMapForFrames.CreateConstIterator()}
-				: FFrame{nullptr, 0, Container.Map->CreateConstIterator()};
+			if (Container.Kind == EKind::Array)
+			{
+				PrefetchChildren(*Container.Array);
+				return FFrame{Container.Array, 0, EmptyMapForFrames.CreateConstIterator()};
+			}
+			PrefetchChildren(*Container.Map);
+			return FFrame{nullptr, 0, Container.Map->CreateConstIterator()};
 		}
 
 		static inline const FMap EmptyMapForFrames;
