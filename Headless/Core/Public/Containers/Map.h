@@ -4,6 +4,7 @@
 #include "Templates/Tuple.h"
 
 #include <initializer_list>
+#include <type_traits>
 
 namespace UE::Core::Private
 {
@@ -53,7 +54,30 @@ public:
 	template <typename KeyArg, typename ValueArg>
 	ValueType& Emplace(KeyArg&& InKey, ValueArg&& InValue)
 	{
-		KeyType Key(Forward<KeyArg>(InKey));
+		if constexpr (std::is_same_v<KeyArg, KeyType>)
+		{
+			// A key handed over as an rvalue cannot be one of this map's own, which growing the
+			// storage could move away, so it goes straight into its slot without a copy first.
+			return EmplaceMovedKey(InKey, Forward<ValueArg>(InValue));
+		}
+		else
+		{
+			KeyType Key(Forward<KeyArg>(InKey));
+			return EmplaceMovedKey(Key, Forward<ValueArg>(InValue));
+		}
+	}
+
+	template <typename KeyArg>
+	ValueType& Emplace(KeyArg&& InKey)
+	{
+		return Emplace(Forward<KeyArg>(InKey), ValueType());
+	}
+
+private:
+	/** Adds or replaces Key's value; Key is moved from. */
+	template <typename ValueArg>
+	ValueType& EmplaceMovedKey(KeyType& Key, ValueArg&& InValue)
+	{
 		const uint32 Hash = GetTypeHash(Key);
 		const int32 Existing = Storage.FindIndexByHash(Hash, Key);
 		if (Existing != INDEX_NONE)
@@ -66,11 +90,7 @@ public:
 		return Storage.At(Storage.EmplaceNew(Hash, MoveTemp(Key), Forward<ValueArg>(InValue))).Value;
 	}
 
-	template <typename KeyArg>
-	ValueType& Emplace(KeyArg&& InKey)
-	{
-		return Emplace(Forward<KeyArg>(InKey), ValueType());
-	}
+public:
 
 	ValueType& FindOrAdd(const KeyType& Key)
 	{

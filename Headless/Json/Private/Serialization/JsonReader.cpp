@@ -210,15 +210,32 @@ namespace
 
 		TDomBuilder(StreamType& InStream, EJson InExpectedRoot, bool bInNumbersAsStrings)
 			: Stream(InStream)
+			, Values(MoveTemp(RetainedValues))
+			, Keys(MoveTemp(RetainedKeys))
 			, ExpectedRoot(InExpectedRoot)
 			, bNumbersAsStrings(bInNumbersAsStrings)
 		{
 		}
 
+		~TDomBuilder()
+		{
+			// The stacks of pending values and names are kept for the thread's next read. Growing
+			// them anew each time would ask the allocator for blocks of a kilobyte or more, and
+			// glibc answers such a request by first merging every small block freed since (the
+			// whole previous tree, typically) instead of handing those blocks out again.
+			Values.Reset();
+			Keys.Reset();
+			if (Values.Max() <= MaxRetained && Keys.Max() <= MaxRetained)
+			{
+				RetainedValues = MoveTemp(Values);
+				RetainedKeys = MoveTemp(Keys);
+			}
+		}
+
 		// The literals carry no state and no setter can change them, so every true, false and null
 		// of every document shares one value each; a graph read is half flags.
-		bool Null() { return AddScalar(SharedLiteral(EJson::Null, false)); }
-		bool Bool(bool bValue) { return AddScalar(SharedLiteral(EJson::Boolean, bValue)); }
+		bool Null() { return AddScalar(std::shared_ptr<FJsonValue>(NullLiteral)); }
+		bool Bool(bool bValue) { return AddScalar(std::shared_ptr<FJsonValue>(bValue ? TrueLiteral : FalseLiteral)); }
 
 		// Numbers arrive as text (RawNumber); these serve the handler concept only.
 		bool Int(int Value) { return AddScalar(UE::Json::Private::MakeNode<FJsonValueNumber>(static_cast<double>(Value))); }
@@ -265,7 +282,8 @@ namespace
 			{
 				return false;
 			}
-			Keys.Emplace(std::u16string_view(Chars, Length));
+			// Assigned in place: TArray::Emplace would build a temporary and move it in.
+			Keys.AddDefaulted_GetRef() = std::u16string_view(Chars, Length);
 			return true;
 		}
 
@@ -390,7 +408,7 @@ namespace
 			return true;
 		}
 
-		static std::shared_ptr<FJsonValue> SharedLiteral(EJson Kind, bool bValue)
+		static const std::shared_ptr<FJsonValue>& SharedLiteral(EJson Kind, bool bValue)
 		{
 			static const std::shared_ptr<FJsonValue> Null = std::make_shared<FJsonValueNull>();
 			static const std::shared_ptr<FJsonValue> True = std::make_shared<FJsonValueBoolean>(true);
@@ -415,7 +433,14 @@ namespace
 			return true;
 		}
 
+		static constexpr int32 MaxRetained = 4096;
+		static inline thread_local TArray<TSharedPtr<FJsonValue>> RetainedValues;
+		static inline thread_local TArray<FString> RetainedKeys;
+
 		StreamType& Stream;
+		const std::shared_ptr<FJsonValue>& NullLiteral = SharedLiteral(EJson::Null, false);
+		const std::shared_ptr<FJsonValue>& TrueLiteral = SharedLiteral(EJson::Boolean, true);
+		const std::shared_ptr<FJsonValue>& FalseLiteral = SharedLiteral(EJson::Boolean, false);
 		TArray<TSharedPtr<FJsonValue>> Values;
 		TArray<FString> Keys;
 		EJson ExpectedRoot;
