@@ -256,7 +256,6 @@ UField::UField(EStaticConstructor, EObjectFlags InFlags)
 
 UField::~UField()
 {
-	delete MetaDataMap;
 }
 
 void UField::AddCppProperty(FProperty* Property)
@@ -313,123 +312,6 @@ FText UField::GetToolTipText(bool bShortTooltip) const
 		return FText::FromString(FName::NameToDisplayString(GetName(), false));
 	}
 	return FText::FromString(*ToolTip);
-}
-
-const FString* UField::FindMetaData(const TCHAR* Key) const
-{
-	return FindMetaData(FName(Key, FNAME_Find));
-}
-
-const FString* UField::FindMetaData(const FName& Key) const
-{
-	return MetaDataMap && !Key.IsNone() ? MetaDataMap->Find(Key) : nullptr;
-}
-
-const FString& UField::GetMetaData(const TCHAR* Key) const
-{
-	static const FString Empty;
-	const FString* Value = FindMetaData(Key);
-	return Value ? *Value : Empty;
-}
-
-const FString& UField::GetMetaData(const FName& Key) const
-{
-	static const FString Empty;
-	const FString* Value = FindMetaData(Key);
-	return Value ? *Value : Empty;
-}
-
-FText UField::GetMetaDataText(const TCHAR* MetaDataKey, const FString LocalizationNamespace, const FString LocalizationKey) const
-{
-	return FText::FromString(GetMetaData(MetaDataKey));
-}
-
-FText UField::GetMetaDataText(const FName& MetaDataKey, const FString LocalizationNamespace, const FString LocalizationKey) const
-{
-	return FText::FromString(GetMetaData(MetaDataKey));
-}
-
-void UField::SetMetaData(const TCHAR* Key, const TCHAR* InValue)
-{
-	SetMetaData(FName(Key), FString(InValue));
-}
-
-void UField::SetMetaData(const FName& Key, const TCHAR* InValue)
-{
-	SetMetaData(Key, FString(InValue));
-}
-
-void UField::SetMetaData(const TCHAR* Key, FString&& InValue)
-{
-	SetMetaData(FName(Key), MoveTemp(InValue));
-}
-
-void UField::SetMetaData(const FName& Key, FString&& InValue)
-{
-	if (Key.IsNone())
-	{
-		return;
-	}
-	if (!MetaDataMap)
-	{
-		MetaDataMap = new TMap<FName, FString>();
-	}
-	MetaDataMap->Add(Key, MoveTemp(InValue));
-}
-
-void UField::RemoveMetaData(const TCHAR* Key)
-{
-	RemoveMetaData(FName(Key, FNAME_Find));
-}
-
-void UField::RemoveMetaData(const FName& Key)
-{
-	if (MetaDataMap)
-	{
-		MetaDataMap->Remove(Key);
-	}
-}
-
-bool UField::GetBoolMetaData(const TCHAR* Key) const
-{
-	return GetMetaData(Key) == TEXT("true");
-}
-
-bool UField::GetBoolMetaData(const FName& Key) const
-{
-	return GetMetaData(Key) == TEXT("true");
-}
-
-int32 UField::GetIntMetaData(const TCHAR* Key) const
-{
-	return FCString::Atoi(*GetMetaData(Key));
-}
-
-int32 UField::GetIntMetaData(const FName& Key) const
-{
-	return FCString::Atoi(*GetMetaData(Key));
-}
-
-float UField::GetFloatMetaData(const TCHAR* Key) const
-{
-	return FCString::Atof(*GetMetaData(Key));
-}
-
-float UField::GetFloatMetaData(const FName& Key) const
-{
-	return FCString::Atof(*GetMetaData(Key));
-}
-
-UClass* UField::GetClassMetaData(const TCHAR* Key) const
-{
-	const FString& ClassName = GetMetaData(Key);
-	return ClassName.IsEmpty() ? nullptr : UClass::TryFindTypeSlow<UClass>(ClassName, EFindFirstObjectOptions::ExactClass);
-}
-
-UClass* UField::GetClassMetaData(const FName& Key) const
-{
-	const FString& ClassName = GetMetaData(Key);
-	return ClassName.IsEmpty() ? nullptr : UClass::TryFindTypeSlow<UClass>(ClassName, EFindFirstObjectOptions::ExactClass);
 }
 
 // UStruct

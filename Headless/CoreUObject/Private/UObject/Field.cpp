@@ -115,7 +115,6 @@ FField::FField(FFieldVariant InOwner, const FName& InName, EObjectFlags InObject
 
 FField::~FField()
 {
-	delete MetaDataMap;
 }
 
 bool FField::IsNative() const
@@ -211,123 +210,6 @@ FString FField::GetFullName() const
 	return GetClass()->GetName() + TEXT(" ") + GetPathName();
 }
 
-const FString* FField::FindMetaData(const TCHAR* Key) const
-{
-	return FindMetaData(FName(Key, FNAME_Find));
-}
-
-const FString* FField::FindMetaData(const FName& Key) const
-{
-	return MetaDataMap && !Key.IsNone() ? MetaDataMap->Find(Key) : nullptr;
-}
-
-const FString& FField::GetMetaData(const TCHAR* Key) const
-{
-	static const FString Empty;
-	const FString* Value = FindMetaData(Key);
-	return Value ? *Value : Empty;
-}
-
-const FString& FField::GetMetaData(const FName& Key) const
-{
-	static const FString Empty;
-	const FString* Value = FindMetaData(Key);
-	return Value ? *Value : Empty;
-}
-
-FText FField::GetMetaDataText(const TCHAR* MetaDataKey, const FString LocalizationNamespace, const FString LocalizationKey) const
-{
-	return FText::FromString(GetMetaData(MetaDataKey));
-}
-
-FText FField::GetMetaDataText(const FName& MetaDataKey, const FString LocalizationNamespace, const FString LocalizationKey) const
-{
-	return FText::FromString(GetMetaData(MetaDataKey));
-}
-
-void FField::SetMetaData(const TCHAR* Key, const TCHAR* InValue)
-{
-	SetMetaData(FName(Key), FString(InValue));
-}
-
-void FField::SetMetaData(const FName& Key, const TCHAR* InValue)
-{
-	SetMetaData(Key, FString(InValue));
-}
-
-void FField::SetMetaData(const TCHAR* Key, FString&& InValue)
-{
-	SetMetaData(FName(Key), MoveTemp(InValue));
-}
-
-void FField::SetMetaData(const FName& Key, FString&& InValue)
-{
-	if (Key.IsNone())
-	{
-		return;
-	}
-	if (!MetaDataMap)
-	{
-		MetaDataMap = new TMap<FName, FString>();
-	}
-	MetaDataMap->Add(Key, MoveTemp(InValue));
-}
-
-void FField::RemoveMetaData(const TCHAR* Key)
-{
-	RemoveMetaData(FName(Key, FNAME_Find));
-}
-
-void FField::RemoveMetaData(const FName& Key)
-{
-	if (MetaDataMap)
-	{
-		MetaDataMap->Remove(Key);
-	}
-}
-
-bool FField::GetBoolMetaData(const TCHAR* Key) const
-{
-	return GetMetaData(Key) == TEXT("true");
-}
-
-bool FField::GetBoolMetaData(const FName& Key) const
-{
-	return GetMetaData(Key) == TEXT("true");
-}
-
-int32 FField::GetIntMetaData(const TCHAR* Key) const
-{
-	return FCString::Atoi(*GetMetaData(Key));
-}
-
-int32 FField::GetIntMetaData(const FName& Key) const
-{
-	return FCString::Atoi(*GetMetaData(Key));
-}
-
-float FField::GetFloatMetaData(const TCHAR* Key) const
-{
-	return FCString::Atof(*GetMetaData(Key));
-}
-
-float FField::GetFloatMetaData(const FName& Key) const
-{
-	return FCString::Atof(*GetMetaData(Key));
-}
-
-UClass* FField::GetClassMetaData(const TCHAR* Key) const
-{
-	const FString& ClassName = GetMetaData(Key);
-	return ClassName.IsEmpty() ? nullptr : UClass::TryFindTypeSlow<UClass>(ClassName, EFindFirstObjectOptions::ExactClass);
-}
-
-UClass* FField::GetClassMetaData(const FName& Key) const
-{
-	const FString& ClassName = GetMetaData(Key);
-	return ClassName.IsEmpty() ? nullptr : UClass::TryFindTypeSlow<UClass>(ClassName, EFindFirstObjectOptions::ExactClass);
-}
-
 void FField::AppendMetaData(const TMap<FName, FString>& MetaDataMapToAppend)
 {
 	for (const TPair<FName, FString>& Entry : MetaDataMapToAppend)
@@ -338,9 +220,9 @@ void FField::AppendMetaData(const TMap<FName, FString>& MetaDataMapToAppend)
 
 void FField::CopyMetaData(const FField* InSourceField, FField* InDestField)
 {
-	if (InSourceField && InDestField && InSourceField->MetaDataMap)
+	if (InSourceField && InDestField && InSourceField->GetMetaDataMap())
 	{
-		InDestField->AppendMetaData(*InSourceField->MetaDataMap);
+		InDestField->AppendMetaData(*InSourceField->GetMetaDataMap());
 	}
 }
 

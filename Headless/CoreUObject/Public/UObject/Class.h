@@ -72,32 +72,32 @@ public:
 
 	bool HasMetaData(const TCHAR* Key) const { return FindMetaData(Key) != nullptr; }
 	bool HasMetaData(const FName& Key) const { return FindMetaData(Key) != nullptr; }
-	const FString* FindMetaData(const TCHAR* Key) const;
-	const FString* FindMetaData(const FName& Key) const;
+	const FString* FindMetaData(const TCHAR* Key) const { return MetaData.Find(Key); }
+	const FString* FindMetaData(const FName& Key) const { return MetaData.Find(Key); }
 	/** The value, or an empty string. */
-	const FString& GetMetaData(const TCHAR* Key) const;
-	const FString& GetMetaData(const FName& Key) const;
-	FText GetMetaDataText(const TCHAR* MetaDataKey, const FString LocalizationNamespace = FString(), const FString LocalizationKey = FString()) const;
-	FText GetMetaDataText(const FName& MetaDataKey, const FString LocalizationNamespace = FString(), const FString LocalizationKey = FString()) const;
-	void SetMetaData(const TCHAR* Key, const TCHAR* InValue);
-	void SetMetaData(const FName& Key, const TCHAR* InValue);
-	void SetMetaData(const TCHAR* Key, FString&& InValue);
-	void SetMetaData(const FName& Key, FString&& InValue);
-	void RemoveMetaData(const TCHAR* Key);
-	void RemoveMetaData(const FName& Key);
-	bool GetBoolMetaData(const TCHAR* Key) const;
-	bool GetBoolMetaData(const FName& Key) const;
-	int32 GetIntMetaData(const TCHAR* Key) const;
-	int32 GetIntMetaData(const FName& Key) const;
-	float GetFloatMetaData(const TCHAR* Key) const;
-	float GetFloatMetaData(const FName& Key) const;
-	UClass* GetClassMetaData(const TCHAR* Key) const;
-	UClass* GetClassMetaData(const FName& Key) const;
+	const FString& GetMetaData(const TCHAR* Key) const { return MetaData.Get(Key); }
+	const FString& GetMetaData(const FName& Key) const { return MetaData.Get(Key); }
+	FText GetMetaDataText(const TCHAR* MetaDataKey, const FString LocalizationNamespace = FString(), const FString LocalizationKey = FString()) const { return MetaData.GetText(MetaDataKey); }
+	FText GetMetaDataText(const FName& MetaDataKey, const FString LocalizationNamespace = FString(), const FString LocalizationKey = FString()) const { return MetaData.GetText(MetaDataKey); }
+	void SetMetaData(const TCHAR* Key, const TCHAR* InValue) { MetaData.Set(Key, FString(InValue)); }
+	void SetMetaData(const FName& Key, const TCHAR* InValue) { MetaData.Set(Key, FString(InValue)); }
+	void SetMetaData(const TCHAR* Key, FString&& InValue) { MetaData.Set(Key, MoveTemp(InValue)); }
+	void SetMetaData(const FName& Key, FString&& InValue) { MetaData.Set(Key, MoveTemp(InValue)); }
+	void RemoveMetaData(const TCHAR* Key) { MetaData.Remove(Key); }
+	void RemoveMetaData(const FName& Key) { MetaData.Remove(Key); }
+	bool GetBoolMetaData(const TCHAR* Key) const { return MetaData.GetBool(Key); }
+	bool GetBoolMetaData(const FName& Key) const { return MetaData.GetBool(Key); }
+	int32 GetIntMetaData(const TCHAR* Key) const { return MetaData.GetInt(Key); }
+	int32 GetIntMetaData(const FName& Key) const { return MetaData.GetInt(Key); }
+	float GetFloatMetaData(const TCHAR* Key) const { return MetaData.GetFloat(Key); }
+	float GetFloatMetaData(const FName& Key) const { return MetaData.GetFloat(Key); }
+	UClass* GetClassMetaData(const TCHAR* Key) const { return MetaData.GetClass(Key); }
+	UClass* GetClassMetaData(const FName& Key) const { return MetaData.GetClass(Key); }
 	/** Metadata in the order it was set; null when there is none. */
-	const TMap<FName, FString>* GetMetaDataMap() const { return MetaDataMap; }
+	const TMap<FName, FString>* GetMetaDataMap() const { return MetaData.GetMap(); }
 
 private:
-	TMap<FName, FString>* MetaDataMap = nullptr;
+	UE::CoreUObject::Private::FMetaDataMap MetaData;
 };
 
 /**

@@ -3,6 +3,7 @@
 #include "CoreMinimal.h"
 #include "UObject/ObjectMacros.h"
 #include "UObject/Object.h"
+#include "UObject/FieldMetaDataMap.h"
 
 #include <type_traits>
 
@@ -225,31 +226,31 @@ public:
 
 	bool HasMetaData(const TCHAR* Key) const { return FindMetaData(Key) != nullptr; }
 	bool HasMetaData(const FName& Key) const { return FindMetaData(Key) != nullptr; }
-	const FString* FindMetaData(const TCHAR* Key) const;
-	const FString* FindMetaData(const FName& Key) const;
+	const FString* FindMetaData(const TCHAR* Key) const { return MetaData.Find(Key); }
+	const FString* FindMetaData(const FName& Key) const { return MetaData.Find(Key); }
 	/** The value, or an empty string when absent. */
-	const FString& GetMetaData(const TCHAR* Key) const;
-	const FString& GetMetaData(const FName& Key) const;
-	FText GetMetaDataText(const TCHAR* MetaDataKey, const FString LocalizationNamespace = FString(), const FString LocalizationKey = FString()) const;
-	FText GetMetaDataText(const FName& MetaDataKey, const FString LocalizationNamespace = FString(), const FString LocalizationKey = FString()) const;
-	void SetMetaData(const TCHAR* Key, const TCHAR* InValue);
-	void SetMetaData(const FName& Key, const TCHAR* InValue);
-	void SetMetaData(const TCHAR* Key, FString&& InValue);
-	void SetMetaData(const FName& Key, FString&& InValue);
-	void RemoveMetaData(const TCHAR* Key);
-	void RemoveMetaData(const FName& Key);
+	const FString& GetMetaData(const TCHAR* Key) const { return MetaData.Get(Key); }
+	const FString& GetMetaData(const FName& Key) const { return MetaData.Get(Key); }
+	FText GetMetaDataText(const TCHAR* MetaDataKey, const FString LocalizationNamespace = FString(), const FString LocalizationKey = FString()) const { return MetaData.GetText(MetaDataKey); }
+	FText GetMetaDataText(const FName& MetaDataKey, const FString LocalizationNamespace = FString(), const FString LocalizationKey = FString()) const { return MetaData.GetText(MetaDataKey); }
+	void SetMetaData(const TCHAR* Key, const TCHAR* InValue) { MetaData.Set(Key, FString(InValue)); }
+	void SetMetaData(const FName& Key, const TCHAR* InValue) { MetaData.Set(Key, FString(InValue)); }
+	void SetMetaData(const TCHAR* Key, FString&& InValue) { MetaData.Set(Key, MoveTemp(InValue)); }
+	void SetMetaData(const FName& Key, FString&& InValue) { MetaData.Set(Key, MoveTemp(InValue)); }
+	void RemoveMetaData(const TCHAR* Key) { MetaData.Remove(Key); }
+	void RemoveMetaData(const FName& Key) { MetaData.Remove(Key); }
 	/** "true" (any case) is true. */
-	bool GetBoolMetaData(const TCHAR* Key) const;
-	bool GetBoolMetaData(const FName& Key) const;
-	int32 GetIntMetaData(const TCHAR* Key) const;
-	int32 GetIntMetaData(const FName& Key) const;
-	float GetFloatMetaData(const TCHAR* Key) const;
-	float GetFloatMetaData(const FName& Key) const;
+	bool GetBoolMetaData(const TCHAR* Key) const { return MetaData.GetBool(Key); }
+	bool GetBoolMetaData(const FName& Key) const { return MetaData.GetBool(Key); }
+	int32 GetIntMetaData(const TCHAR* Key) const { return MetaData.GetInt(Key); }
+	int32 GetIntMetaData(const FName& Key) const { return MetaData.GetInt(Key); }
+	float GetFloatMetaData(const TCHAR* Key) const { return MetaData.GetFloat(Key); }
+	float GetFloatMetaData(const FName& Key) const { return MetaData.GetFloat(Key); }
 	/** The class named by the metadata value (a path or short name), or null. */
-	UClass* GetClassMetaData(const TCHAR* Key) const;
-	UClass* GetClassMetaData(const FName& Key) const;
+	UClass* GetClassMetaData(const TCHAR* Key) const { return MetaData.GetClass(Key); }
+	UClass* GetClassMetaData(const FName& Key) const { return MetaData.GetClass(Key); }
 	/** All metadata, in the order it was set; null when there is none. */
-	const TMap<FName, FString>* GetMetaDataMap() const { return MetaDataMap; }
+	const TMap<FName, FString>* GetMetaDataMap() const { return MetaData.GetMap(); }
 	void AppendMetaData(const TMap<FName, FString>& MetaDataMapToAppend);
 	static void CopyMetaData(const FField* InSourceField, FField* InDestField);
 
@@ -271,7 +272,7 @@ protected:
 private:
 	FName NamePrivate;
 	EObjectFlags FlagsPrivate = RF_NoFlags;
-	TMap<FName, FString>* MetaDataMap = nullptr;
+	UE::CoreUObject::Private::FMetaDataMap MetaData;
 };
 
 /** Field to the derived type when it is one, else null. */
