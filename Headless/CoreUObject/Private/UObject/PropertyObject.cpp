@@ -230,26 +230,6 @@ bool FObjectPropertyBase::SameType(const FProperty* Other) const
 
 // FObjectProperty
 
-FObjectProperty::FObjectProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags)
-	: TFObjectPropertyBase(InOwner, InName, InObjectFlags)
-{
-}
-
-FObjectProperty::FObjectProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset, EPropertyFlags InFlags, UClass* InClass)
-	: TFObjectPropertyBase(InOwner, InName, InObjectFlags, InOffset, InFlags, InClass)
-{
-}
-
-UObject* FObjectProperty::GetObjectPropertyValue(const void* PropertyValueAddress) const
-{
-	return ((const TObjectPtr<UObject>*)PropertyValueAddress)->Get();
-}
-
-void FObjectProperty::SetObjectPropertyValue(void* PropertyValueAddress, UObject* Value) const
-{
-	*(TObjectPtr<UObject>*)PropertyValueAddress = Value;
-}
-
 FString FObjectProperty::GetCPPType(FString* ExtendedTypeText, uint32 CPPExportFlags) const
 {
 	const FString ClassName = PropertyClass ? FString(PropertyClass->GetPrefixCPP()) + PropertyClass->GetName() : FString(TEXT("UObject"));
@@ -263,26 +243,6 @@ FString FObjectProperty::GetCPPMacroType(FString& ExtendedTypeText) const
 }
 
 // FWeakObjectProperty
-
-FWeakObjectProperty::FWeakObjectProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags)
-	: TFObjectPropertyBase(InOwner, InName, InObjectFlags)
-{
-}
-
-FWeakObjectProperty::FWeakObjectProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset, EPropertyFlags InFlags, UClass* InClass)
-	: TFObjectPropertyBase(InOwner, InName, InObjectFlags, InOffset, InFlags, InClass)
-{
-}
-
-UObject* FWeakObjectProperty::GetObjectPropertyValue(const void* PropertyValueAddress) const
-{
-	return ((const FWeakObjectPtr*)PropertyValueAddress)->Get();
-}
-
-void FWeakObjectProperty::SetObjectPropertyValue(void* PropertyValueAddress, UObject* Value) const
-{
-	*(FWeakObjectPtr*)PropertyValueAddress = Value;
-}
 
 FString FWeakObjectProperty::GetCPPType(FString* ExtendedTypeText, uint32 CPPExportFlags) const
 {
@@ -301,26 +261,6 @@ FString FWeakObjectProperty::GetCPPMacroType(FString& ExtendedTypeText) const
 }
 
 // FSoftObjectProperty
-
-FSoftObjectProperty::FSoftObjectProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags)
-	: TFObjectPropertyBase(InOwner, InName, InObjectFlags)
-{
-}
-
-FSoftObjectProperty::FSoftObjectProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset, EPropertyFlags InFlags, UClass* InClass)
-	: TFObjectPropertyBase(InOwner, InName, InObjectFlags, InOffset, InFlags, InClass)
-{
-}
-
-UObject* FSoftObjectProperty::GetObjectPropertyValue(const void* PropertyValueAddress) const
-{
-	return ((const FSoftObjectPtr*)PropertyValueAddress)->Get();
-}
-
-void FSoftObjectProperty::SetObjectPropertyValue(void* PropertyValueAddress, UObject* Value) const
-{
-	*(FSoftObjectPtr*)PropertyValueAddress = Value;
-}
 
 void FSoftObjectProperty::ExportText_Internal(FString& ValueStr, const void* PropertyValueOrContainer, EPropertyPointerType PointerType, const void* DefaultValue,
 	UObject* Parent, int32 PortFlags, UObject* ExportRootScope) const

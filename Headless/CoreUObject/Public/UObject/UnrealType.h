@@ -601,6 +601,11 @@ public:
 		this->PropertyClass = InClass;
 	}
 	virtual bool Identical(const void* A, const void* B, uint32 PortFlags = 0) const override { return FObjectPropertyBase::Identical(A, B, PortFlags); }
+
+	// Every reference kind reads the object it holds with Get() and takes a new one by assignment; a soft
+	// reference answers only while its object is loaded.
+	virtual UObject* GetObjectPropertyValue(const void* PropertyValueAddress) const override { return ((const InTCppType*)PropertyValueAddress)->Get(); }
+	virtual void SetObjectPropertyValue(void* PropertyValueAddress, UObject* Value) const override { *(InTCppType*)PropertyValueAddress = Value; }
 };
 
 /** A hard reference (UObject* or TObjectPtr<UObject>). */
@@ -609,11 +614,8 @@ class COREUOBJECT_API FObjectProperty : public TFObjectPropertyBase<TObjectPtr<U
 	DECLARE_FIELD(FObjectProperty, FObjectPropertyBase, CASTCLASS_FObjectProperty)
 
 public:
-	FObjectProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags);
-	FObjectProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset, EPropertyFlags InFlags, UClass* InClass);
+	using TFObjectPropertyBase::TFObjectPropertyBase;
 
-	virtual UObject* GetObjectPropertyValue(const void* PropertyValueAddress) const override;
-	virtual void SetObjectPropertyValue(void* PropertyValueAddress, UObject* Value) const override;
 	virtual FString GetCPPType(FString* ExtendedTypeText = nullptr, uint32 CPPExportFlags = 0) const override;
 	virtual FString GetCPPMacroType(FString& ExtendedTypeText) const override;
 };
@@ -624,11 +626,8 @@ class COREUOBJECT_API FWeakObjectProperty : public TFObjectPropertyBase<FWeakObj
 	DECLARE_FIELD(FWeakObjectProperty, FObjectPropertyBase, CASTCLASS_FWeakObjectProperty)
 
 public:
-	FWeakObjectProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags);
-	FWeakObjectProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset, EPropertyFlags InFlags, UClass* InClass);
+	using TFObjectPropertyBase::TFObjectPropertyBase;
 
-	virtual UObject* GetObjectPropertyValue(const void* PropertyValueAddress) const override;
-	virtual void SetObjectPropertyValue(void* PropertyValueAddress, UObject* Value) const override;
 	virtual FString GetCPPType(FString* ExtendedTypeText = nullptr, uint32 CPPExportFlags = 0) const override;
 	virtual FString GetCPPMacroType(FString& ExtendedTypeText) const override;
 };
@@ -639,11 +638,8 @@ class COREUOBJECT_API FSoftObjectProperty : public TFObjectPropertyBase<FSoftObj
 	DECLARE_FIELD(FSoftObjectProperty, FObjectPropertyBase, CASTCLASS_FSoftObjectProperty)
 
 public:
-	FSoftObjectProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags);
-	FSoftObjectProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset, EPropertyFlags InFlags, UClass* InClass);
+	using TFObjectPropertyBase::TFObjectPropertyBase;
 
-	virtual UObject* GetObjectPropertyValue(const void* PropertyValueAddress) const override;
-	virtual void SetObjectPropertyValue(void* PropertyValueAddress, UObject* Value) const override;
 	virtual void ExportText_Internal(FString& ValueStr, const void* PropertyValueOrContainer, EPropertyPointerType PointerType, const void* DefaultValue,
 		UObject* Parent, int32 PortFlags, UObject* ExportRootScope = nullptr) const override;
 	virtual const TCHAR* ImportText_Internal(const TCHAR* Buffer, void* ContainerOrPropertyPtr, EPropertyPointerType PointerType, UObject* OwnerObject,
