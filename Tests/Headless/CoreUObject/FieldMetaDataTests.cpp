@@ -64,6 +64,17 @@ namespace
 		EXPECT_EQ(Field.GetMetaData(FName(TEXT("ClampMin"))), TEXT("0"));
 		EXPECT_FALSE(Field.HasMetaData(FName(TEXT("BlueprintProtected"))));
 
+		// The short tooltip is preferred only when asked for, and an empty tooltip counts as none: the field's
+		// readable name stands in (these fields have single-word names and no DisplayName).
+		Field.SetMetaData(TEXT("ShortTooltip"), TEXT(""));
+		Field.SetMetaData(TEXT("ToolTip"), TEXT(""));
+		EXPECT_EQ(Field.GetToolTipText(true).ToString(), Field.GetName());
+		Field.SetMetaData(TEXT("ToolTip"), TEXT("Long"));
+		EXPECT_EQ(Field.GetToolTipText(true).ToString(), TEXT("Long"));
+		Field.SetMetaData(TEXT("ShortTooltip"), TEXT("Short"));
+		EXPECT_EQ(Field.GetToolTipText(true).ToString(), TEXT("Short"));
+		EXPECT_EQ(Field.GetToolTipText(false).ToString(), TEXT("Long"));
+
 		// Class metadata names a class by path; an empty or unknown name gives null.
 		Field.SetMetaData(TEXT("AllowedClass"), TEXT("/Script/CoreUObject.Object"));
 		EXPECT_EQ(Field.GetClassMetaData(TEXT("AllowedClass")), UObject::StaticClass());

@@ -298,16 +298,8 @@ FText UField::GetDisplayNameText() const
 
 FText UField::GetToolTipText(bool bShortTooltip) const
 {
-	const FString* ToolTip = nullptr;
-	if (bShortTooltip)
-	{
-		ToolTip = FindMetaData(TEXT("ShortTooltip"));
-	}
-	if (!ToolTip || ToolTip->IsEmpty())
-	{
-		ToolTip = FindMetaData(TEXT("ToolTip"));
-	}
-	if (!ToolTip || ToolTip->IsEmpty())
+	const FString* ToolTip = MetaData.FindToolTip(bShortTooltip);
+	if (!ToolTip)
 	{
 		return FText::FromString(FName::NameToDisplayString(GetName(), false));
 	}

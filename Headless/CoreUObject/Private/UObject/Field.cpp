@@ -237,16 +237,8 @@ FText FField::GetDisplayNameText() const
 
 FText FField::GetToolTipText(bool bShortTooltip) const
 {
-	const FString* ToolTip = nullptr;
-	if (bShortTooltip)
-	{
-		ToolTip = FindMetaData(TEXT("ShortTooltip"));
-	}
-	if (!ToolTip || ToolTip->IsEmpty())
-	{
-		ToolTip = FindMetaData(TEXT("ToolTip"));
-	}
-	if (!ToolTip || ToolTip->IsEmpty())
+	const FString* ToolTip = MetaData.FindToolTip(bShortTooltip);
+	if (!ToolTip)
 	{
 		return GetDisplayNameText();
 	}

@@ -62,6 +62,16 @@ namespace UE::CoreUObject::Private
 		return FCString::Atof(*Get(Key));
 	}
 
+	const FString* FMetaDataMap::FindToolTip(bool bShortTooltip) const
+	{
+		const FString* ToolTip = bShortTooltip ? Find(TEXT("ShortTooltip")) : nullptr;
+		if (!ToolTip || ToolTip->IsEmpty())
+		{
+			ToolTip = Find(TEXT("ToolTip"));
+		}
+		return ToolTip && !ToolTip->IsEmpty() ? ToolTip : nullptr;
+	}
+
 	UClass* FMetaDataMap::GetClass(const FName& Key) const
 	{
 		const FString& ClassName = Get(Key);

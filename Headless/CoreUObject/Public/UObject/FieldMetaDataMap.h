@@ -44,6 +44,9 @@ namespace UE::CoreUObject::Private
 		UClass* GetClass(const TCHAR* Key) const { return GetClass(LookupKey(Key)); }
 		UClass* GetClass(const FName& Key) const;
 
+		/** The first non-empty of ShortTooltip (only when bShortTooltip) and ToolTip, or null; each field decides what stands in for none. */
+		const FString* FindToolTip(bool bShortTooltip) const;
+
 		/** Every entry in the order it was first set; null until something has been set. */
 		const TMap<FName, FString>* GetMap() const { return Map; }
 
