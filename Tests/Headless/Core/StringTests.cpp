@@ -776,3 +776,31 @@ TEST(TCharTest, ClassificationIsFixedAndAsciiCaseOnly)
 	EXPECT_TRUE(FChar::IsHexDigit(TCHAR('F')));
 	EXPECT_FALSE(FChar::IsHexDigit(TCHAR('g')));
 }
+
+// The hash folds case several code units at a time; strings equal under == must hash alike at every
+// length and alignment, and folding must stay ASCII-only as the comparison is.
+TEST(FStringHash, EqualStringsHashAlikeAtEveryLength)
+{
+	const TCHAR Pattern[] = TEXT("aZ_9mQ@[`{Ãã");
+	const int32 PatternLen = UE_ARRAY_COUNT(Pattern) - 1;
+	for (int32 Len = 0; Len <= 40; ++Len)
+	{
+		FString Lower;
+		FString Upper;
+		for (int32 Index = 0; Index < Len; ++Index)
+		{
+			const TCHAR Ch = Pattern[(Index * 7) % PatternLen];
+			Lower.AppendChar(Ch >= TEXT('A') && Ch <= TEXT('Z') ? TCHAR(Ch + 32) : Ch);
+			Upper.AppendChar(Ch >= TEXT('a') && Ch <= TEXT('z') ? TCHAR(Ch - 32) : Ch);
+		}
+		SCOPED_TRACE(Len);
+		ASSERT_TRUE(Lower == Upper);
+		EXPECT_EQ(GetTypeHash(Lower), GetTypeHash(Upper));
+	}
+	// Non-ASCII letters are not folded: these differ under == and are distinct keys.
+	EXPECT_FALSE(FString(TEXT("Ã")) == FString(TEXT("ã")));
+	TMap<FString, int32> Map;
+	Map.Add(TEXT("Ãbc"), 1);
+	Map.Add(TEXT("ãBC"), 2);
+	EXPECT_EQ(Map.Num(), 2);
+}
