@@ -209,18 +209,6 @@ FString FMulticastDelegateProperty::GetCPPType(FString* ExtendedTypeText, uint32
 
 // FMulticastInlineDelegateProperty
 
-FMulticastInlineDelegateProperty::FMulticastInlineDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags)
-	: TProperty(InOwner, InName, InObjectFlags)
-{
-}
-
-FMulticastInlineDelegateProperty::FMulticastInlineDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset,
-	EPropertyFlags InFlags, UFunction* InSignatureFunction)
-	: TProperty(InOwner, InName, InObjectFlags, InOffset, InFlags)
-{
-	SignatureFunction = InSignatureFunction;
-}
-
 void FMulticastInlineDelegateProperty::ExportText_Internal(FString& ValueStr, const void* PropertyValueOrContainer, EPropertyPointerType PointerType,
 	const void* DefaultValue, UObject* Parent, int32 PortFlags, UObject* ExportRootScope) const
 {
@@ -284,18 +272,6 @@ const TCHAR* FMulticastInlineDelegateProperty::ImportText_Internal(const TCHAR* 
 }
 
 // FMulticastSparseDelegateProperty
-
-FMulticastSparseDelegateProperty::FMulticastSparseDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags)
-	: TProperty(InOwner, InName, InObjectFlags)
-{
-}
-
-FMulticastSparseDelegateProperty::FMulticastSparseDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset,
-	EPropertyFlags InFlags, UFunction* InSignatureFunction)
-	: TProperty(InOwner, InName, InObjectFlags, InOffset, InFlags)
-{
-	SignatureFunction = InSignatureFunction;
-}
 
 void FMulticastSparseDelegateProperty::ExportText_Internal(FString& ValueStr, const void* PropertyValueOrContainer, EPropertyPointerType PointerType,
 	const void* DefaultValue, UObject* Parent, int32 PortFlags, UObject* ExportRootScope) const

@@ -882,15 +882,28 @@ public:
 	virtual FString GetCPPType(FString* ExtendedTypeText = nullptr, uint32 CPPExportFlags = 0) const override;
 };
 
+/** The typed layer of a multicast delegate kind: what it stores, and the signature it is made with. */
+template <typename InTCppType>
+class TProperty_MulticastDelegate : public TProperty<InTCppType, FMulticastDelegateProperty>
+{
+public:
+	using Super = TProperty<InTCppType, FMulticastDelegateProperty>;
+	TProperty_MulticastDelegate(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags) : Super(InOwner, InName, InObjectFlags) {}
+	TProperty_MulticastDelegate(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset, EPropertyFlags InFlags,
+		UFunction* InSignatureFunction = nullptr)
+		: Super(InOwner, InName, InObjectFlags, InOffset, InFlags)
+	{
+		this->SignatureFunction = InSignatureFunction;
+	}
+};
+
 /** A multicast delegate held in the object (FMulticastScriptDelegate). */
-class COREUOBJECT_API FMulticastInlineDelegateProperty : public TProperty<FMulticastScriptDelegate, FMulticastDelegateProperty>
+class COREUOBJECT_API FMulticastInlineDelegateProperty : public TProperty_MulticastDelegate<FMulticastScriptDelegate>
 {
 	DECLARE_FIELD(FMulticastInlineDelegateProperty, FMulticastDelegateProperty, CASTCLASS_FMulticastInlineDelegateProperty)
 
 public:
-	FMulticastInlineDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags);
-	FMulticastInlineDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset, EPropertyFlags InFlags,
-		UFunction* InSignatureFunction = nullptr);
+	using TProperty_MulticastDelegate::TProperty_MulticastDelegate;
 
 	virtual void ExportText_Internal(FString& ValueStr, const void* PropertyValueOrContainer, EPropertyPointerType PointerType, const void* DefaultValue,
 		UObject* Parent, int32 PortFlags, UObject* ExportRootScope = nullptr) const override;
@@ -899,14 +912,12 @@ public:
 };
 
 /** A sparse multicast delegate: the object holds only whether it is bound. */
-class COREUOBJECT_API FMulticastSparseDelegateProperty : public TProperty<FSparseDelegate, FMulticastDelegateProperty>
+class COREUOBJECT_API FMulticastSparseDelegateProperty : public TProperty_MulticastDelegate<FSparseDelegate>
 {
 	DECLARE_FIELD(FMulticastSparseDelegateProperty, FMulticastDelegateProperty, CASTCLASS_FMulticastSparseDelegateProperty)
 
 public:
-	FMulticastSparseDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags);
-	FMulticastSparseDelegateProperty(FFieldVariant InOwner, const FName& InName, EObjectFlags InObjectFlags, int32 InOffset, EPropertyFlags InFlags,
-		UFunction* InSignatureFunction = nullptr);
+	using TProperty_MulticastDelegate::TProperty_MulticastDelegate;
 
 	virtual void ExportText_Internal(FString& ValueStr, const void* PropertyValueOrContainer, EPropertyPointerType PointerType, const void* DefaultValue,
 		UObject* Parent, int32 PortFlags, UObject* ExportRootScope = nullptr) const override;
