@@ -266,3 +266,42 @@ TEST(JsonWriter, EscapesAsTheEngine)
 	Object->SetStringField(FString(std::u16string(u"k\"\n")), Raw);
 	EXPECT_EQ(Units(Condensed(Object)), u"{\"k\\\"\\n\":" + Expected + u"}");
 }
+
+// Strings are scanned several code units at a time; an escape must come out right wherever it falls
+// and whatever the string's length, in both the condensed fast path and the token-by-token writer.
+TEST(JsonWriter, EscapesAtEveryLengthAndPosition)
+{
+	const auto ReferenceEscape = [](const std::u16string& Text)
+	{
+		std::u16string Out = u"\"";
+		for (const char16_t Ch : Text)
+		{
+			switch (Ch)
+			{
+			case u'"': Out += u"\\\""; break;
+			case u'\\': Out += u"\\\\"; break;
+			case u'\n': Out += u"\\n"; break;
+			case u'\x01': Out += u"\\u0001"; break;
+			default: Out += Ch; break;
+			}
+		}
+		return Out + u"\"";
+	};
+	const char16_t Specials[] = { u'"', u'\\', u'\n', u'\x01', u'\u00e9' };
+	for (int32 Len = 0; Len <= 40; ++Len)
+	{
+		for (int32 Position = 0; Position <= Len; ++Position)
+		{
+			for (const char16_t Special : Specials)
+			{
+				std::u16string Text(static_cast<size_t>(Len), u'a');
+				Text.insert(static_cast<size_t>(Position), 1, Special);
+				SCOPED_TRACE(testing::Message() << "length " << Len << " position " << Position << " char " << int(Special));
+				const TSharedPtr<FJsonObject> Object = MakeShared<FJsonObject>();
+				Object->SetStringField(TEXT("s"), FString(Text));
+				ASSERT_EQ(Units(Condensed(Object)), u"{\"s\":" + ReferenceEscape(Text) + u"}");
+				ASSERT_EQ(Units(EscapeJsonString(FString(Text))), ReferenceEscape(Text));
+			}
+		}
+	}
+}
