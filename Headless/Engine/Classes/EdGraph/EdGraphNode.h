@@ -12,6 +12,7 @@ class UEdGraph;
 class UEdGraphPin;
 class UEdGraphSchema;
 class UScriptStruct;
+class FCompilerResultsLog;
 struct FEdGraphPinType;
 
 /** Which way data or execution flows through a pin. */
@@ -220,6 +221,9 @@ public:
 	ENGINE_API virtual bool IsDeprecated() const { return false; }
 
 	ENGINE_API virtual void PostLoad() override;
+
+	/** Reports what makes this node unfit to compile (a missing target, a bad type) into the compiler's log. */
+	virtual void ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const {}
 
 	/** Whether orphans are made at all when pins vanish in a reconstruction. */
 	bool bDisableOrphanPinSaving = false;
