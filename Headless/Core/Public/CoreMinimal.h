@@ -15,6 +15,7 @@
 #include "Containers/UnrealString.h"
 #include "Containers/Set.h"
 #include "Containers/Map.h"
+#include "Containers/EnumAsByte.h"
 #include "Misc/StringFormatArg.h"
 #include "UObject/NameTypes.h"
 #include "Internationalization/Text.h"
