@@ -58,6 +58,15 @@ public:
 	/** Whether the node draws as a compact node (title in the body). */
 	virtual bool ShouldDrawCompact() const { return false; }
 
+	/** The title drawn in the body of a compact node. */
+	virtual FText GetCompactNodeTitle() const { return GetNodeTitle(ENodeTitleType::FullTitle); }
+
+	/**
+	 * Creates one pin per parameter of Function: for an entry, outputs for what the function takes; for an exit,
+	 * inputs for what it returns. False if a parameter has no pin type.
+	 */
+	UE_API bool CreatePinsForFunctionEntryExit(const UFunction* Function, bool bForFunctionEntry);
+
 	/** The Blueprint this node belongs to, found by walking the outers. */
 	UE_API UBlueprint* GetBlueprint() const;
 

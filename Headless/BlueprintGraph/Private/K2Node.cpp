@@ -3,6 +3,8 @@
 #include "EdGraph/EdGraph.h"
 #include "EdGraphSchema_K2.h"
 #include "Engine/Blueprint.h"
+#include "UObject/UnrealType.h"
+#include "UObject/FieldIterator.h"
 
 #define LOCTEXT_NAMESPACE "K2Node"
 
@@ -75,6 +77,42 @@ const UEdGraphSchema_K2* UK2Node::GetK2Schema() const
 void UK2Node::ReallocatePinsDuringReconstruction(TArray<UEdGraphPin*>& OldPins)
 {
 	AllocateDefaultPins();
+}
+
+bool UK2Node::CreatePinsForFunctionEntryExit(const UFunction* Function, bool bForFunctionEntry)
+{
+	if (!Function)
+	{
+		return false;
+	}
+	const UEdGraphSchema_K2* K2Schema = GetDefault<UEdGraphSchema_K2>();
+	bool bAllPinsGood = true;
+	for (TFieldIterator<FProperty> It(Function); It && It->HasAnyPropertyFlags(CPF_Parm); ++It)
+	{
+		const FProperty* Param = *It;
+		// What the function takes comes out of its entry; what it hands back goes into its exit.
+		const bool bIsFunctionInput = !Param->HasAnyPropertyFlags(CPF_OutParm) || Param->HasAnyPropertyFlags(CPF_ReferenceParm);
+		if (bIsFunctionInput != bForFunctionEntry)
+		{
+			continue;
+		}
+		UEdGraphPin* Pin = CreatePin(bForFunctionEntry ? EGPD_Output : EGPD_Input, NAME_None, Param->GetFName());
+		const bool bPinGood = K2Schema->ConvertPropertyToPinType(Param, Pin->PinType);
+		bAllPinsGood = bAllPinsGood && bPinGood;
+		if (bPinGood)
+		{
+			if (const FString* DisplayName = Param->FindMetaData(TEXT("DisplayName")); DisplayName && !DisplayName->IsEmpty())
+			{
+				Pin->PinFriendlyName = FText::AsCultureInvariant(*DisplayName);
+			}
+			Pin->bAdvancedView = Param->HasAllPropertyFlags(CPF_AdvancedDisplay);
+			if (Pin->bAdvancedView && AdvancedPinDisplay == ENodeAdvancedPins::NoPins)
+			{
+				AdvancedPinDisplay = ENodeAdvancedPins::Hidden;
+			}
+		}
+	}
+	return bAllPinsGood;
 }
 
 #undef LOCTEXT_NAMESPACE
