@@ -1,0 +1,81 @@
+#include "K2Node_ComponentBoundEvent.h"
+
+#include "BlueprintNodeStatics.h"
+#include "EdGraphSchema_K2.h"
+#include "Engine/Blueprint.h"
+#include "Kismet2/CompilerResultsLog.h"
+#include "UObject/UnrealType.h"
+
+#define LOCTEXT_NAMESPACE "K2Node"
+
+using namespace UE::BlueprintGraph::Private;
+
+IMPLEMENT_CLASS(UK2Node_ComponentBoundEvent,
+	UE_NATIVE_PROPERTY(FNameProperty, DelegatePropertyName, CPF_None);
+	UE_NATIVE_PROPERTY(FClassProperty, DelegateOwnerClass, CPF_TObjectPtr, UObject::StaticClass());
+	UE_NATIVE_PROPERTY(FNameProperty, ComponentPropertyName, CPF_None);
+)
+
+UK2Node_ComponentBoundEvent::UK2Node_ComponentBoundEvent()
+{
+}
+
+void UK2Node_ComponentBoundEvent::InitializeComponentBoundEventParams(const FObjectProperty* InComponentProperty, const FMulticastDelegateProperty* InDelegateProperty)
+{
+	if (!InComponentProperty || !InDelegateProperty)
+	{
+		return;
+	}
+	ComponentPropertyName = InComponentProperty->GetFName();
+	DelegatePropertyName = InDelegateProperty->GetFName();
+	DelegateOwnerClass = GetAuthoritativeClass(InDelegateProperty->GetOwnerClass());
+	EventReference.SetFromField<UFunction>(InDelegateProperty->SignatureFunction, false);
+
+	// The event's function is named after everything that makes it unique in the Blueprint.
+	const UBlueprint* Blueprint = GetBlueprint();
+	CustomFunctionName = FName(*FString::Printf(TEXT("BndEvt__%s_%s_%s_%s"), Blueprint ? *Blueprint->GetName() : TEXT("None"),
+		*InComponentProperty->GetName(), *GetName(), *EventReference.GetMemberName().ToString()));
+	bOverrideFunction = false;
+	bInternalEvent = true;
+}
+
+FMulticastDelegateProperty* UK2Node_ComponentBoundEvent::GetTargetDelegateProperty() const
+{
+	const UClass* OwnerClass = DelegateOwnerClass.Get();
+	return OwnerClass ? CastField<FMulticastDelegateProperty>(OwnerClass->FindPropertyByName(DelegatePropertyName)) : nullptr;
+}
+
+FObjectProperty* UK2Node_ComponentBoundEvent::GetComponentProperty() const
+{
+	const UClass* BlueprintClass = GetBlueprintClassFromNode();
+	return BlueprintClass ? CastField<FObjectProperty>(BlueprintClass->FindPropertyByName(ComponentPropertyName)) : nullptr;
+}
+
+FText UK2Node_ComponentBoundEvent::GetNodeTitle(ENodeTitleType::Type TitleType) const
+{
+	const FMulticastDelegateProperty* Delegate = GetTargetDelegateProperty();
+	FFormatNamedArguments Args;
+	Args.Add(TEXT("DelegatePropertyName"), Delegate ? Delegate->GetDisplayNameText() : FText::FromName(DelegatePropertyName));
+	Args.Add(TEXT("ComponentPropertyName"), FText::FromName(ComponentPropertyName));
+	return FText::Format(LOCTEXT("ComponentBoundEvent_Title", "{DelegatePropertyName} ({ComponentPropertyName})"), Args);
+}
+
+FText UK2Node_ComponentBoundEvent::GetTooltipText() const
+{
+	if (const FMulticastDelegateProperty* Delegate = GetTargetDelegateProperty())
+	{
+		return Delegate->GetToolTipText();
+	}
+	return FText::FromName(DelegatePropertyName);
+}
+
+void UK2Node_ComponentBoundEvent::ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const
+{
+	if (!GetTargetDelegateProperty())
+	{
+		MessageLog.Warning(*FText::Format(LOCTEXT("ComponentBoundEvent_Error", "Failed to find a delegate named {0} for @@"), FText::FromName(DelegatePropertyName)).ToString(), this);
+	}
+	Super::ValidateNodeDuringCompilation(MessageLog);
+}
+
+#undef LOCTEXT_NAMESPACE
