@@ -4,9 +4,12 @@
 #include "KeywordSimilarity.h"
 
 class FJsonObject;
+class FProperty;
 class UClass;
 class UFactory;
 class UObject;
+
+struct FEdGraphPinType;
 
 namespace Calvorn
 {
@@ -96,6 +99,58 @@ public:
 	 * messages.
 	 */
 	static void ExecuteDeleteOperation(const FJsonObject& Json, Calvorn::FToolResult& Result, const FString& AssetKindName);
+
+	// ---- Pin types and property text ----------------------------------------------------------
+
+	/**
+	 * Reads a pin type from its JSON form: "category" (a pin category word such as "bool", "int",
+	 * "real", "object", "struct"; "boolean" and "integer" are understood), "sub_category",
+	 * "sub_category_object" (a class, struct or enum by path or by name; a Blueprint stands for its
+	 * generated class), "container_type" ("array", "set", "map"; the alias "container" is read when it
+	 * is absent; any other word means a single value), the flags "is_reference", "is_const",
+	 * "is_weak_pointer", "is_u_object_wrapper", and for a map "value_type" with the value's
+	 * "category", "sub_category" and "sub_category_object".
+	 * "float" and "double" become a real number of that precision unless a sub-category is given, as
+	 * the editor itself stores them. False, with the reason in OutError when given, for a missing or
+	 * unknown category, a type object that cannot be found, a struct without its struct, or a map
+	 * without a usable value type. OutPinType is only written on success.
+	 */
+	static bool ConvertJsonToEdGraphPinType(const TSharedPtr<FJsonObject>& TypeJson, FEdGraphPinType& OutPinType, FString* OutError = nullptr);
+
+	/**
+	 * The JSON form of a pin type, readable by ConvertJsonToEdGraphPinType: "category",
+	 * "sub_category" and "sub_category_object" (the object's path; empty when there is none),
+	 * "container_type" ("none", "array", "set" or "map"), each flag that is set, and "value_type" for
+	 * a map.
+	 */
+	[[nodiscard]] static TSharedPtr<FJsonObject> ConvertEdGraphPinTypeToJson(const FEdGraphPinType& PinType);
+
+	/** The pin type the editor shows a property as; false for a null property or one no pin can carry. */
+	static bool ConvertPropertyToEdGraphPinType(const FProperty* Property, FEdGraphPinType& OutPinType);
+
+	/**
+	 * The value of a property of an object as the editor writes it in text (the property's export text:
+	 * "True", "42", "(X=1.000000,Y=2.000000,Z=3.000000)", an object's path). Empty for a null object or
+	 * property, or a property that does not belong to the object's class.
+	 */
+	[[nodiscard]] static FString GetPropertyValueAsString(const UObject* Object, const FProperty* Property);
+
+	/** As above; false (OutValue untouched) for a null object or property, or one of another class. */
+	static bool GetPropertyValueAsString(const UObject* Object, const FProperty* Property, FString& OutValue);
+
+	/**
+	 * As above, the property found by name (without case) on the object's class and its parents; false
+	 * when there is no such property.
+	 */
+	static bool GetPropertyValueAsString(const UObject* Object, const FString& PropertyName, FString& OutValue);
+
+	/**
+	 * Sets a property of an object from text in the editor's form (the property's import text, which
+	 * also takes the plain forms "true", "1.5", "Hello"). The whole text must be read: anything left over
+	 * fails, and the value is then unchanged. False with the reason in OutError for a null object, an
+	 * unknown property, or a text the property cannot read.
+	 */
+	static bool SetPropertyValueAsString(UObject* Object, const FString& PropertyName, const FString& Value, FString& OutError);
 
 	// ---- Keywords and similarity ---------------------------------------------------------------
 

@@ -1,0 +1,181 @@
+#include "CalvornToolkitBlueprintModule.h"
+
+#include "CalvornToolkitModule.h"
+#include "Dom/JsonObject.h"
+#include "IToolExecutor.h"
+#include "ModificationReadRegistry.h"
+#include "Modules/ModuleManager.h"
+#include "OperationToolCommand.h"
+#include "ToolInfo.h"
+#include "ToolResult.h"
+
+#include "Operations/BlueprintRemoveOperation.h"
+
+namespace
+{
+	using namespace Calvorn;
+
+	/** What a read tool's read-back callback hands the request to, once it has named the tool in it. */
+	using FReadEntry = FString (*)(TSharedPtr<FJsonObject>, FToolResult&);
+
+	/** One tool of the catalogue. */
+	struct FToolRow
+	{
+		const TCHAR* Name = nullptr;
+		/** "read", "modify", "create", "delete" or "compile": the metadata's operation_type. */
+		const TCHAR* OperationType = nullptr;
+		/** The metadata's sub_operation; read tools only. */
+		const TCHAR* SubOperation = nullptr;
+		const TCHAR* Description = nullptr;
+		TSharedPtr<ITool> (*MakeAdapter)(FString Schema, FString Description, FString Metadata) = nullptr;
+		/** Read tools: the reader behind the read-back callback. Null for the others. */
+		FReadEntry ReadEntry = nullptr;
+
+		bool IsReadTool() const { return SubOperation != nullptr; }
+	};
+
+	template <typename OperationType>
+	TSharedPtr<ITool> MakeOperationAdapter(FString Schema, FString Description, FString Metadata)
+	{
+		return MakeShared<TOperationToolCommand<OperationType>>(MoveTemp(Schema), MoveTemp(Description), MoveTemp(Metadata));
+	}
+
+	/** A read tool: its operation answers calls, and Reader answers read-backs of other tools' changes. */
+	template <typename OperationType>
+	FToolRow ReadRow(const TCHAR* Name, const TCHAR* SubOperation, const TCHAR* Description, FReadEntry Reader)
+	{
+		return FToolRow{Name, TEXT("read"), SubOperation, Description, &MakeOperationAdapter<OperationType>, Reader};
+	}
+
+	/** A tool that changes assets; OperationType is the metadata's word for what it does. */
+	template <typename OperationType>
+	FToolRow ChangeRow(const TCHAR* Name, const TCHAR* MetadataOperationType, const TCHAR* Description)
+	{
+		return FToolRow{Name, MetadataOperationType, nullptr, Description, &MakeOperationAdapter<OperationType>, nullptr};
+	}
+
+	/**
+	 * The tools, in the order they register. A tool joins this table when its operation exists, and
+	 * only then: a client never sees a tool that cannot do what it says.
+	 */
+	const TArray<FToolRow>& GetToolCatalogue()
+	{
+		static const TArray<FToolRow> Rows = {
+			ChangeRow<FBlueprintRemoveOperation>(ToolInfo::ToolName_DeleteBlueprint, TEXT("delete"),
+				TEXT("Remove a Blueprint asset from the project")),
+		};
+		return Rows;
+	}
+
+	/** The metadata text of a row, spaced exactly as clients of the protocol have always received it. */
+	FString BuildMetadata(const FToolRow& Row)
+	{
+		if (Row.IsReadTool())
+		{
+			return FString::Printf(TEXT("{\"operation_type\": \"%s\",\"data_type\": \"%s\",\"sub_operation\": \"%s\"}"),
+				Row.OperationType, ToolInfo::CategoryName_Blueprint, Row.SubOperation);
+		}
+		return FString::Printf(TEXT("{\"operation_type\": \"%s\",\"data_type\": \"%s\"}"), Row.OperationType, ToolInfo::CategoryName_Blueprint);
+	}
+}
+
+void FCalvornToolkitBlueprintModule::StartupModule()
+{
+	const TSharedPtr<IToolExecutor> Executor = FCalvornToolkitModule::GetToolExecutor();
+	if (!Executor.IsValid())
+	{
+		return;
+	}
+
+	const TArray<FToolRow>& Catalogue = GetToolCatalogue();
+	for (const FToolRow& Row : Catalogue)
+	{
+		const TSharedPtr<ITool> Tool = Row.MakeAdapter(Row.IsReadTool() ? FString(TEXT("{}")) : FString(), Row.Description, BuildMetadata(Row));
+		Tools.Add(Tool);
+		ToolNames.Add(Row.Name);
+		// A name the executor refuses (one another module holds already) is passed over without a word:
+		// the executor keeps the tool it has, and this module must not unregister it later.
+		if (Executor->RegisterTool(Row.Name, Tool))
+		{
+			RegisteredToolNames.Add(Row.Name);
+		}
+	}
+
+	FModificationReadRegistry& ReadRegistry = FModificationReadRegistry::Get();
+	for (const FToolRow& Row : Catalogue)
+	{
+		if (!Row.IsReadTool())
+		{
+			continue;
+		}
+		const FString ToolName = Row.Name;
+		const FReadEntry Reader = Row.ReadEntry;
+		ReadRegistry.RegisterReadTool(ToolName, ToolInfo::CategoryName_Blueprint,
+			[ToolName, Reader](TSharedPtr<FJsonObject> Json, FToolResult& Result) -> FString
+			{
+				check(Json.IsValid());
+				// The reader dispatches on this field, so it always names the tool that was asked for.
+				Json->SetStringField(ToolInfo::FieldName_ReadTool, ToolName);
+				return Reader(Json, Result);
+			});
+	}
+}
+
+void FCalvornToolkitBlueprintModule::ShutdownModule()
+{
+	const TSharedPtr<IToolExecutor> Executor = FCalvornToolkitModule::GetToolExecutor();
+	if (!Executor.IsValid())
+	{
+		return;
+	}
+	for (const FString& Name : RegisteredToolNames)
+	{
+		Executor->UnregisterTool(Name);
+	}
+	FModificationReadRegistry& ReadRegistry = FModificationReadRegistry::Get();
+	for (const FToolRow& Row : GetToolCatalogue())
+	{
+		if (Row.IsReadTool())
+		{
+			ReadRegistry.UnregisterReadTool(Row.Name);
+		}
+	}
+	for (TSharedPtr<ITool>& Tool : Tools)
+	{
+		Tool.Reset();
+	}
+	Tools.Reset();
+	ToolNames.Reset();
+	RegisteredToolNames.Reset();
+}
+
+TSharedPtr<Calvorn::ITool> FCalvornToolkitBlueprintModule::FindToolAdapter(const FString& ToolName) const
+{
+	const int32 Index = ToolNames.IndexOfByKey(ToolName);
+	return Tools.IsValidIndex(Index) ? Tools[Index] : TSharedPtr<Calvorn::ITool>();
+}
+
+TArray<FString> FCalvornToolkitBlueprintModule::GetProvidedToolNames()
+{
+	TArray<FString> Names;
+	for (const FToolRow& Row : GetToolCatalogue())
+	{
+		Names.Add(Row.Name);
+	}
+	return Names;
+}
+
+TArray<FString> FCalvornToolkitBlueprintModule::GetProvidedReadToolNames()
+{
+	TArray<FString> Names;
+	for (const FToolRow& Row : GetToolCatalogue())
+	{
+		if (Row.IsReadTool())
+		{
+			Names.Add(Row.Name);
+		}
+	}
+	return Names;
+}
+
+IMPLEMENT_MODULE(FCalvornToolkitBlueprintModule, CalvornToolkit_Blueprint)
