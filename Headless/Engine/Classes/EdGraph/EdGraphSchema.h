@@ -119,6 +119,61 @@ private:
 	FString FullSearchText;
 };
 
+struct FGraphContextMenuBuilder;
+
+/**
+ * A list of menu actions being gathered for a graph's action menu. Each entry holds one action (or a group that
+ * acts together) and the root category it was added under.
+ */
+struct FGraphActionListBuilderBase
+{
+	/** One entry of the list: its actions and the category the entry was filed under. */
+	struct ActionGroup
+	{
+		ENGINE_API ActionGroup(TSharedPtr<FEdGraphSchemaAction> InAction, FString InRootCategory = FString());
+		ENGINE_API ActionGroup(const TArray<TSharedPtr<FEdGraphSchemaAction>>& InActions, FString InRootCategory = FString());
+
+		const TArray<TSharedPtr<FEdGraphSchemaAction>>& GetActions() const { return Actions; }
+		/** The root category followed by each action's own category, split at "|". */
+		ENGINE_API void GetCategoryChain(TArray<FString>& OutCategories) const;
+
+		TArray<TSharedPtr<FEdGraphSchemaAction>> Actions;
+		FString RootCategory;
+	};
+
+	virtual ~FGraphActionListBuilderBase() = default;
+
+	/** Adds an action; a null action is ignored. */
+	ENGINE_API void AddAction(const TSharedPtr<FEdGraphSchemaAction>& NewAction, const FString& Category = FString());
+	/** Adds several actions as one entry (they are performed together). */
+	ENGINE_API void AddActionList(const TArray<TSharedPtr<FEdGraphSchemaAction>>& NewActions, const FString& Category = FString());
+	/** Adds every entry of Other, in its order. */
+	ENGINE_API void Append(FGraphActionListBuilderBase& Other);
+	ENGINE_API int32 GetNumActions() const;
+	ENGINE_API ActionGroup& GetAction(const int32 Index);
+	/** The first action of the entry at Index; null when the index is out of range. */
+	ENGINE_API TSharedPtr<FEdGraphSchemaAction> GetSchemaAction(const int32 Index) const;
+	ENGINE_API virtual void Empty();
+
+private:
+	TArray<ActionGroup> Entries;
+};
+
+/** The list a schema fills for a graph's context menu, with what the menu was opened on. */
+struct FGraphContextMenuBuilder : public FGraphActionListBuilderBase
+{
+	ENGINE_API explicit FGraphContextMenuBuilder(const UEdGraph* InGraph);
+
+	/** The objects selected when the menu opened. */
+	TArray<UObject*> SelectedObjects;
+	/** The pin dragged off, if the menu was opened from one. */
+	const UEdGraphPin* FromPin = nullptr;
+	/** The graph the menu is for. */
+	const UEdGraph* CurrentGraph = nullptr;
+	/** Outer for the template nodes the actions carry. */
+	UObject* OwnerOfTemporaries = nullptr;
+};
+
 /** The rules of one kind of graph: what connects to what, and what a default value means. */
 class UEdGraphSchema : public UObject
 {
@@ -171,6 +226,9 @@ public:
 	virtual bool IsSelfPin(const UEdGraphPin& Pin) const { return false; }
 	/** Whether pins of the category carry delegates. */
 	virtual bool IsDelegateCategory(const FName Category) const { return false; }
+
+	/** Adds the actions the graph's menu offers; the base offers none. */
+	virtual void GetGraphContextActions(FGraphContextMenuBuilder& ContextMenuBuilder) const {}
 
 	/** Sorts two pins into input and output; false (outputs untouched) unless one is an input and the other an output. */
 	ENGINE_API static bool CategorizePinsByDirection(UEdGraphPin* PinA, UEdGraphPin* PinB, UEdGraphPin*& OutInputPin, UEdGraphPin*& OutOutputPin);
