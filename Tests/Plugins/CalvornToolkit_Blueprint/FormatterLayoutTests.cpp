@@ -217,6 +217,24 @@ TEST(FormatterLayout, BranchesStackBelowAndMergesKeepTheFirstPlace)
 	EXPECT_NODE_AT(F, 0, 1100);
 }
 
+TEST(FormatterLayout, TheNextBranchFollowsTheRequestedRowNotTheCollidedOne)
+{
+	// The anchor's box (400,-100)-(900,200) pushes B from (500,0) down to 300. C is requested from B's requested row:
+	// 0 + 100 + 200 = 300, free of the box, so it lands on B; nothing separates allowed nodes.
+	FFormatterScene Scene;
+	UFormatterTestNode* Anchor = Scene.Node(500, 0);
+	UFormatterTestNode* A = Scene.Node(0, 0);
+	UFormatterTestNode* B = Scene.Node(0, 0);
+	UFormatterTestNode* C = Scene.Node(0, 0);
+	Scene.Then(A, B);
+	Scene.Then(A, C);
+	Scene.Format({A, B, C});
+	EXPECT_NODE_AT(Anchor, 500, 0);
+	EXPECT_NODE_AT(A, 0, 0);
+	EXPECT_NODE_AT(B, 500, 300);
+	EXPECT_NODE_AT(C, 500, 300);
+}
+
 TEST(FormatterLayout, HeightsNotAboveZeroCountAsOneHundred)
 {
 	// C goes below B: with B counted as 100 high, at 100 + 200 = 300.
