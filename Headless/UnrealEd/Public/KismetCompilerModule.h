@@ -3,6 +3,7 @@
 #include "CoreMinimal.h"
 #include "Modules/ModuleInterface.h"
 #include "Modules/ModuleManager.h"
+#include "Containers/Array.h"
 
 class FCompilerResultsLog;
 class UBlueprint;
@@ -39,6 +40,26 @@ struct FKismetCompilerOptions
 
 	bool DoesRequireBytecodeGeneration() const { return CompileType == EKismetCompileType::Full || CompileType == EKismetCompileType::BytecodeOnly; }
 };
+
+/** What a Blueprint kind (widgets, animations...) tells the compiler about itself. */
+class IBlueprintCompiler
+{
+public:
+	virtual ~IBlueprintCompiler() = default;
+	/** True when this kind handles Blueprints of Blueprint's class. */
+	virtual bool CanCompile(const UBlueprint* Blueprint) = 0;
+	/** The Blueprint and generated class kinds for a new Blueprint of ParentClass; false when not this kind's. */
+	virtual bool GetBlueprintTypesForClass(UClass* ParentClass, UClass*& OutBlueprintClass, UClass*& OutBlueprintGeneratedClass) const { return false; }
+};
+
+namespace UE::Kismet
+{
+	/**
+	 * The registered Blueprint kinds. Kept by the editor module (below the compiler) so that a module can
+	 * register its kind at start-up whether or not the compiler is loaded yet.
+	 */
+	UNREALED_API TArray<IBlueprintCompiler*>& GetRegisteredBlueprintCompilers();
+}
 
 /**
  * The compiler, as the editor reaches it: through the module manager by name, because the editor

@@ -113,7 +113,8 @@ namespace UE::UnrealEd::Private
 		}
 		else
 		{
-			Entry->FunctionReference.SetSelfMember(GraphName);
+			// A function of the Blueprint's own: its signature comes from the entry's user pins only.
+			Entry->FunctionReference.SetExternalMember(GraphName, nullptr);
 		}
 		EntryCreator.Finalize();
 

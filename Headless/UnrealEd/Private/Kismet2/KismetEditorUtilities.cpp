@@ -109,8 +109,11 @@ UBlueprint* FKismetEditorUtilities::CreateBlueprint(UClass* ParentClass, UObject
 	{
 		return nullptr;
 	}
-	const bool bInterfaceParent = BlueprintType == BPTYPE_Interface && ParentClass->IsChildOf(UInterface::StaticClass());
-	if (!bInterfaceParent && !CanCreateBlueprintOfClass(ParentClass))
+	// Libraries, interfaces and macro libraries get their fixed parent from their factories, which the
+	// Blueprintable rule does not cover; an ordinary Blueprint must have a parent Blueprints may derive from.
+	const bool bSpecialKind = BlueprintType == BPTYPE_Interface || BlueprintType == BPTYPE_FunctionLibrary || BlueprintType == BPTYPE_MacroLibrary
+		|| BlueprintType == BPTYPE_LevelScript;
+	if (!bSpecialKind && !CanCreateBlueprintOfClass(ParentClass))
 	{
 		return nullptr;
 	}
