@@ -9,6 +9,9 @@
 #include "ToolInfo.h"
 #include "ToolResult.h"
 
+#include "Operations/BlueprintCompileOperation.h"
+#include "Operations/BlueprintCreateOperation.h"
+#include "Operations/BlueprintGraphCreateOperation.h"
 #include "Operations/BlueprintRemoveOperation.h"
 
 namespace
@@ -61,8 +64,14 @@ namespace
 	const TArray<FToolRow>& GetToolCatalogue()
 	{
 		static const TArray<FToolRow> Rows = {
+			ChangeRow<FBlueprintGraphCreateOperation>(ToolInfo::ToolName_BPCreateGraph, TEXT("modify"),
+				TEXT("[INTERNAL TOOL] Create or configure Blueprint functions and delegate signatures (no node operations). Accepts batched 'functions' array with optional parameters/return_type metadata. Use with bp_populate_graph for node/connection workflows to maintain separation of concerns.")),
+			ChangeRow<FBlueprintCreateOperation>(ToolInfo::ToolName_BPCreateAsset, TEXT("create"),
+				TEXT("Creates a new Unreal Engine Blueprint, Animation Blueprint, Widget Blueprint, or Behavior Tree Task asset at the specified path with the specified parent class")),
 			ChangeRow<FBlueprintRemoveOperation>(ToolInfo::ToolName_DeleteBlueprint, TEXT("delete"),
 				TEXT("Remove a Blueprint asset from the project")),
+			ChangeRow<FBlueprintCompileOperation>(ToolInfo::ToolName_CompileBlueprint, TEXT("compile"),
+				TEXT("Compile one or more Blueprint assets. Takes an array of Blueprint paths and compiles each Blueprint, reporting compilation results including errors and warnings.")),
 		};
 		return Rows;
 	}

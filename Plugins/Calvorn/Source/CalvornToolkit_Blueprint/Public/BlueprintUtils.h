@@ -62,6 +62,23 @@ public:
 	static void AddBlueprintToSourceControl(const FString& Path, Calvorn::FToolResult& Result);
 
 	/**
+	 * Creates and saves a Blueprint asset at Path ("/Game/Folder/BP_Name") deriving from the parent that
+	 * ParentClass describes: {"type": "blueprint", "parent_path": <a Blueprint asset>} or {"type": <any
+	 * other word>, "parent_path": <a native class: "/Script/Engine.Actor", "Actor", "AActor">}. The kind of
+	 * asset follows the parent (Animation Blueprint for anim instances, Widget Blueprint for user widgets,
+	 * a plain Blueprint otherwise, which covers Behavior Tree tasks). The new asset is registered and
+	 * saved at once. Null with an error when the parent is missing or unsuitable, or the path is taken.
+	 */
+	static UBlueprint* CreateBlueprint(const FString& Path, TSharedPtr<FJsonObject> ParentClass, Calvorn::FToolResult& Result);
+
+	/**
+	 * Compiles the Blueprint with the editor's compiler and returns its verdict: true when it compiled
+	 * without errors. Each error and warning the compiler raised is added to OutErrors / OutWarnings as
+	 * its text.
+	 */
+	static bool CompileBlueprintWithResults(UBlueprint* Blueprint, bool bSkipGarbageCollection, TArray<FString>& OutErrors, TArray<FString>& OutWarnings);
+
+	/**
 	 * Any object a request names by path, loaded only when the path is well formed and the asset
 	 * registry knows its package. Each refusal is a warning ("Empty object path provided", "Invalid asset
 	 * path format: <path>", "Asset not found in registry: <path>", "Failed to load or find object: <path>")
