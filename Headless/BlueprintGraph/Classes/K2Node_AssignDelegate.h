@@ -1,0 +1,22 @@
+#pragma once
+
+#include "CoreMinimal.h"
+#include "K2Node_AddDelegate.h"
+
+#ifndef BLUEPRINTGRAPH_API
+#define BLUEPRINTGRAPH_API
+#endif
+#define UE_API BLUEPRINTGRAPH_API
+
+/** Binds a new custom event to a dispatcher in one step ("Assign OnDoorOpened"). */
+class UK2Node_AssignDelegate : public UK2Node_AddDelegate
+{
+	DECLARE_CLASS(UK2Node_AssignDelegate, UK2Node_AddDelegate, CLASS_None, CASTCLASS_None, TEXT("/Script/BlueprintGraph"), UE_API)
+
+public:
+	UE_API UK2Node_AssignDelegate();
+
+	UE_API virtual FText GetNodeTitle(ENodeTitleType::Type TitleType) const override;
+};
+
+#undef UE_API

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "CoreMinimal.h"
+#include "K2Node_BaseMCDelegate.h"
+
+#ifndef BLUEPRINTGRAPH_API
+#define BLUEPRINTGRAPH_API
+#endif
+#define UE_API BLUEPRINTGRAPH_API
+
+/** Unbinds one event from a dispatcher ("Unbind Event from OnDoorOpened"). */
+class UK2Node_RemoveDelegate : public UK2Node_BaseMCDelegate
+{
+	DECLARE_CLASS(UK2Node_RemoveDelegate, UK2Node_BaseMCDelegate, CLASS_None, CASTCLASS_None, TEXT("/Script/BlueprintGraph"), UE_API)
+
+public:
+	UE_API UK2Node_RemoveDelegate();
+
+	UE_API virtual void AllocateDefaultPins() override;
+	UE_API virtual FText GetNodeTitle(ENodeTitleType::Type TitleType) const override;
+	UE_API virtual FText GetTooltipText() const override;
+};
+
+#undef UE_API
