@@ -149,6 +149,38 @@ TEST(FormatterLayout, CommentsBlockTheirRealRectangle)
 	}
 }
 
+TEST(FormatterLayout, VeryWideCommentsAndTouchingEdgesStillBlock)
+{
+	// S seeds K at (500,0). A comment 40000 wide (box (-20030,20)-(20030,90)) crosses K's place: one step to 100
+	// clears it. A second comment whose box starts exactly at K's right edge (800) touches it from Y 100 on.
+	{
+		FFormatterScene Scene;
+		UFormatterTestNode* S = Scene.Node(0, 0);
+		UEdGraphNode_Comment* Band = Scene.Add<UEdGraphNode_Comment>(-20000, 50);
+		Band->NodeWidth = 40000;
+		Band->NodeHeight = 10;
+		UFormatterTestNode* K = Scene.Node(0, 0);
+		Scene.Then(S, K);
+		Scene.Format({K});
+		EXPECT_NODE_AT(K, 500, 100);
+	}
+	{
+		// The touching box is (800,100)-(1130,430): K steps from 100 through 400 to 500, free below it.
+		FFormatterScene Scene;
+		UFormatterTestNode* S = Scene.Node(0, 0);
+		UEdGraphNode_Comment* Band = Scene.Add<UEdGraphNode_Comment>(-20000, 50);
+		Band->NodeWidth = 40000;
+		Band->NodeHeight = 10;
+		UEdGraphNode_Comment* Edge = Scene.Add<UEdGraphNode_Comment>(830, 130);
+		Edge->NodeWidth = 270;
+		Edge->NodeHeight = 270;
+		UFormatterTestNode* K = Scene.Node(0, 0);
+		Scene.Then(S, K);
+		Scene.Format({K});
+		EXPECT_NODE_AT(K, 500, 500);
+	}
+}
+
 TEST(FormatterLayout, AnAllowedCommentBlocksWhereItStoodAndAllowedNodesMayOverlap)
 {
 	// No anchors: the column starts at 200. The comment steps out of its own old box (ends at 430) to 500; the next

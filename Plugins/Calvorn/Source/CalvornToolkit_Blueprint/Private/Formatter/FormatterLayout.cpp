@@ -7,6 +7,8 @@
 #include "Math/NumericLimits.h"
 #include "Math/UnrealMathUtility.h"
 
+#include <algorithm>
+
 namespace UE::BlueprintNodeFormatter
 {
 	namespace
@@ -27,6 +29,34 @@ namespace UE::BlueprintNodeFormatter
 		FBox2D PaddedBox(double X, double Y, double Width, double Height, double Margin)
 		{
 			return FBox2D(FVector2D(X - Margin, Y - Margin), FVector2D(X + Width + Margin, Y + Height + Margin));
+		}
+
+		constexpr double ObstacleCellSize = 512.0;
+		/** A box or rectangle spanning more cells than this is tested directly instead. */
+		constexpr int64 MaxCellsPerRectangle = 64;
+		/** Beyond this magnitude cell numbers would not fit their key. */
+		constexpr double MaxBucketedCoordinate = 1.0e12;
+
+		bool CellRange(double MinValue, double MaxValue, int64& OutFirst, int64& OutLast)
+		{
+			if (!(FMath::Abs(MinValue) < MaxBucketedCoordinate) || !(FMath::Abs(MaxValue) < MaxBucketedCoordinate) || MinValue > MaxValue)
+			{
+				return false;
+			}
+			OutFirst = int64(FMath::FloorToDouble(MinValue / ObstacleCellSize));
+			OutLast = int64(FMath::FloorToDouble(MaxValue / ObstacleCellSize));
+			return true;
+		}
+
+		uint64 CellKey(int64 CellX, int64 CellY)
+		{
+			return (uint64(uint32(int32(CellX))) << 32) | uint64(uint32(int32(CellY)));
+		}
+
+		bool RectangleTouchesBox(const FVector2D& Position, const FVector2D& Size, const FBox2D& Box)
+		{
+			return Position.X + Size.X >= Box.Min.X && Position.X <= Box.Max.X
+				&& Position.Y + Size.Y >= Box.Min.Y && Position.Y <= Box.Max.Y;
 		}
 
 		/** Marks a record placed at Position and the node visited. */
@@ -86,6 +116,11 @@ namespace UE::BlueprintNodeFormatter
 					double(Comment->NodeWidth), double(Comment->NodeHeight), CommentMargin));
 			}
 		}
+
+		Context.AnchorXIndex.Build(Context.AnchorXs);
+		Context.AnchorYIndex.Build(Context.AnchorYs);
+		Context.Obstacles.Add(Context.AnchorBoxes);
+		Context.Obstacles.Add(Context.CommentBoxes);
 		return true;
 	}
 
@@ -268,12 +303,12 @@ namespace UE::BlueprintNodeFormatter
 	FVector2D ResolvePlacement(const FFormatterContext& Context, const FVector2D& Requested, const FVector2D& Size)
 	{
 		FVector2D Position(SnapToGrid(Requested.X, Context.Grid), SnapToGrid(Requested.Y, Context.Grid));
-		Position.X = AlignToAnchors(Position.X, Context.AnchorXs, Context.Threshold);
-		Position.Y = AlignToAnchors(Position.Y, Context.AnchorYs, Context.Threshold);
+		Position.X = Context.AnchorXIndex.Align(Position.X, Context.Threshold);
+		Position.Y = Context.AnchorYIndex.Align(Position.Y, Context.Threshold);
 		// A bounded search: a node may end inside a tall obstacle rather than far from where it belongs.
 		for (int32 Step = 0; Step < MaxCollisionSteps; ++Step)
 		{
-			if (!IntersectsAny(Position, Size, Context.AnchorBoxes) && !IntersectsAny(Position, Size, Context.CommentBoxes))
+			if (!Context.Obstacles.Intersects(Position, Size))
 			{
 				break;
 			}
@@ -317,10 +352,111 @@ namespace UE::BlueprintNodeFormatter
 	{
 		for (const FBox2D& Box : Boxes)
 		{
-			if (Position.X + Size.X >= Box.Min.X && Position.X <= Box.Max.X
-				&& Position.Y + Size.Y >= Box.Min.Y && Position.Y <= Box.Max.Y)
+			if (RectangleTouchesBox(Position, Size, Box))
 			{
 				return true;
+			}
+		}
+		return false;
+	}
+
+	void FAnchorCoordinateIndex::Build(const TArray<float>& Coordinates)
+	{
+		Sorted.Reset(Coordinates.Num());
+		for (int32 Order = 0; Order < Coordinates.Num(); ++Order)
+		{
+			Sorted.Add(FEntry{Coordinates[Order], Order});
+		}
+		Sorted.Sort([](const FEntry& A, const FEntry& B) { return A.Value < B.Value || (A.Value == B.Value && A.Order < B.Order); });
+	}
+
+	double FAnchorCoordinateIndex::Align(double Value, float Threshold) const
+	{
+		const float Requested = float(Value);
+		if (FMath::IsNaN(Requested) || Sorted.Num() == 0)
+		{
+			return double(Requested);
+		}
+		// The in-order walk ends on the nearest anchor within the threshold, the last of several equally near ones.
+		// Candidates are taken from a slightly wider window than the threshold so that no rounding of the float
+		// distance can leave one out; the distance itself is computed exactly as the walk computes it.
+		const double Window = double(Threshold) + 1.0 + FMath::Abs(double(Requested)) * 1e-6;
+		const double Low = double(Requested) - Window;
+		const double High = double(Requested) + Window;
+		const FEntry* First = std::lower_bound(Sorted.GetData(), Sorted.GetData() + Sorted.Num(), Low,
+			[](const FEntry& Entry, double Bound) { return double(Entry.Value) < Bound; });
+		const FEntry* End = Sorted.GetData() + Sorted.Num();
+		const FEntry* Best = nullptr;
+		float BestDistance = 0.0f;
+		for (const FEntry* Entry = First; Entry != End && double(Entry->Value) <= High; ++Entry)
+		{
+			const float Distance = FMath::Abs(Requested - Entry->Value);
+			if (!(Distance <= Threshold))
+			{
+				continue;
+			}
+			if (!Best || Distance < BestDistance || (Distance == BestDistance && Entry->Order > Best->Order))
+			{
+				Best = Entry;
+				BestDistance = Distance;
+			}
+		}
+		return double(Best ? Best->Value : Requested);
+	}
+
+	void FObstacleIndex::Add(const TArray<FBox2D>& InBoxes)
+	{
+		for (const FBox2D& Box : InBoxes)
+		{
+			const int32 BoxIndex = Boxes.Add(Box);
+			int64 FirstX = 0, LastX = 0, FirstY = 0, LastY = 0;
+			if (!CellRange(Box.Min.X, Box.Max.X, FirstX, LastX) || !CellRange(Box.Min.Y, Box.Max.Y, FirstY, LastY)
+				|| (LastX - FirstX + 1) * (LastY - FirstY + 1) > MaxCellsPerRectangle)
+			{
+				Oversized.Add(BoxIndex);
+				continue;
+			}
+			for (int64 CellX = FirstX; CellX <= LastX; ++CellX)
+			{
+				for (int64 CellY = FirstY; CellY <= LastY; ++CellY)
+				{
+					Cells.FindOrAdd(CellKey(CellX, CellY)).Add(BoxIndex);
+				}
+			}
+		}
+	}
+
+	bool FObstacleIndex::Intersects(const FVector2D& Position, const FVector2D& Size) const
+	{
+		for (const int32 BoxIndex : Oversized)
+		{
+			if (RectangleTouchesBox(Position, Size, Boxes[BoxIndex]))
+			{
+				return true;
+			}
+		}
+		// The rectangle's cells, computed from the same sums the test compares: a box that touches the rectangle
+		// shares the cell of the touching coordinate.
+		int64 FirstX = 0, LastX = 0, FirstY = 0, LastY = 0;
+		if (!CellRange(Position.X, Position.X + Size.X, FirstX, LastX) || !CellRange(Position.Y, Position.Y + Size.Y, FirstY, LastY)
+			|| (LastX - FirstX + 1) * (LastY - FirstY + 1) > MaxCellsPerRectangle)
+		{
+			return IntersectsAny(Position, Size, Boxes);
+		}
+		for (int64 CellX = FirstX; CellX <= LastX; ++CellX)
+		{
+			for (int64 CellY = FirstY; CellY <= LastY; ++CellY)
+			{
+				if (const TArray<int32>* InCell = Cells.Find(CellKey(CellX, CellY)))
+				{
+					for (const int32 BoxIndex : *InCell)
+					{
+						if (RectangleTouchesBox(Position, Size, Boxes[BoxIndex]))
+						{
+							return true;
+						}
+					}
+				}
 			}
 		}
 		return false;

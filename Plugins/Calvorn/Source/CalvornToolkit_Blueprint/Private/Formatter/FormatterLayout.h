@@ -56,6 +56,43 @@ namespace UE::BlueprintNodeFormatter
 		bool bPlaced = false;
 	};
 
+	/**
+	 * The anchor coordinates of one axis sorted by value, so that alignment looks only at the anchors within reach.
+	 * Align answers exactly what AlignToAnchors answers over the coordinates in their original order.
+	 */
+	class FAnchorCoordinateIndex
+	{
+	public:
+		void Build(const TArray<float>& Coordinates);
+		double Align(double Value, float Threshold) const;
+
+	private:
+		struct FEntry
+		{
+			float Value;
+			/** Position in the original order, which breaks ties between equally near anchors. */
+			int32 Order;
+		};
+		TArray<FEntry> Sorted;
+	};
+
+	/**
+	 * Boxes bucketed by grid cell, so that a collision test looks only at the boxes near the rectangle. Intersects
+	 * answers exactly what IntersectsAny answers over all the boxes; boxes and rectangles too large for the buckets
+	 * are tested one by one.
+	 */
+	class FObstacleIndex
+	{
+	public:
+		void Add(const TArray<FBox2D>& InBoxes);
+		bool Intersects(const FVector2D& Position, const FVector2D& Size) const;
+
+	private:
+		TArray<FBox2D> Boxes;
+		TArray<int32> Oversized;
+		TMap<uint64, TArray<int32>> Cells;
+	};
+
 	/** State of one FormatNodes call. */
 	struct FFormatterContext
 	{
@@ -69,6 +106,10 @@ namespace UE::BlueprintNodeFormatter
 		TArray<FBox2D> CommentBoxes;
 		float Grid = GridSize;
 		float Threshold = AlignThreshold;
+		/** The same anchors and boxes, indexed for placement. */
+		FAnchorCoordinateIndex AnchorXIndex;
+		FAnchorCoordinateIndex AnchorYIndex;
+		FObstacleIndex Obstacles;
 		/** Nodes that already have their place in this call. */
 		TSet<UEdGraphNode*> Visited;
 
