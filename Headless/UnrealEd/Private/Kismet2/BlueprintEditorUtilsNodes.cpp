@@ -225,6 +225,8 @@ namespace UE::UnrealEd::Private
 		Result->FunctionReference = Entry->FunctionReference;
 		Result->NodePosX = Entry->NodePosX + Entry->NodeWidth + 256;
 		Result->NodePosY = Entry->NodePosY;
+		// A function whose signature the user edits has an editable result too.
+		Result->bIsEditable = Entry->bIsEditable;
 		Creator.Finalize();
 		return Result;
 #else

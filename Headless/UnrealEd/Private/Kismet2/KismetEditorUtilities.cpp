@@ -119,7 +119,8 @@ UBlueprint* FKismetEditorUtilities::CreateBlueprint(UClass* ParentClass, UObject
 	}
 	const FString GeneratedName = NewBPName.ToString() + TEXT("_C");
 	UPackage* Package = Outer->GetOutermost();
-	if (StaticFindObject(nullptr, Outer, *NewBPName.ToString()) || StaticFindObject(nullptr, Package, *GeneratedName))
+	if (StaticFindObject(nullptr, Outer, *NewBPName.ToString()) || StaticFindObject(nullptr, Package, *GeneratedName)
+		|| StaticFindObject(nullptr, Package, *(TEXT("SKEL_") + GeneratedName)))
 	{
 		return nullptr;
 	}
@@ -145,6 +146,14 @@ UBlueprint* FKismetEditorUtilities::CreateBlueprint(UClass* ParentClass, UObject
 		}
 	}
 
+	// The classes come first in the package: a saved Blueprint refers to them, and a package is read in
+	// the order its objects were made.
+	UBlueprintGeneratedClass* NewClass = NewObject<UBlueprintGeneratedClass>(Package, GeneratedClassKind, FName(*GeneratedName), RF_Public | RF_Transactional);
+	NewClass->SetSuperStruct(ParentClass);
+	UBlueprintGeneratedClass* SkeletonClass = NewObject<UBlueprintGeneratedClass>(Package, UBlueprintGeneratedClass::StaticClass(),
+		FName(*(TEXT("SKEL_") + GeneratedName)), RF_Public | RF_Transactional);
+	SkeletonClass->SetSuperStruct(ParentClass);
+
 	UBlueprint* Blueprint = NewObject<UBlueprint>(Outer, BlueprintClass, NewBPName, RF_Public | RF_Standalone | RF_Transactional);
 	Blueprint->Status = BS_BeingCreated;
 	Blueprint->BlueprintType = BlueprintType;
@@ -153,11 +162,12 @@ UBlueprint* FKismetEditorUtilities::CreateBlueprint(UClass* ParentClass, UObject
 	Blueprint->bLegacyNeedToPurgeSkelRefs = false;
 	Blueprint->GenerateDeterministicGuid();
 
-	UBlueprintGeneratedClass* NewClass = NewObject<UBlueprintGeneratedClass>(Package, GeneratedClassKind, FName(*GeneratedName), RF_Public | RF_Transactional);
 	NewClass->ClassGeneratedBy = Blueprint;
 	((UClass*)NewClass)->ClassGeneratedBy = Blueprint;
-	NewClass->SetSuperStruct(ParentClass);
 	Blueprint->GeneratedClass = NewClass;
+	SkeletonClass->ClassGeneratedBy = Blueprint;
+	((UClass*)SkeletonClass)->ClassGeneratedBy = Blueprint;
+	Blueprint->SkeletonGeneratedClass = SkeletonClass;
 
 	if (FBlueprintEditorUtils::SupportsConstructionScript(Blueprint))
 	{
