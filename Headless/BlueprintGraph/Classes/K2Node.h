@@ -46,8 +46,17 @@ public:
 	/** Filters the action menu; the base keeps everything. */
 	virtual bool IsActionFilteredOut(class FBlueprintActionFilter const& Filter) { return false; }
 
-	/** Called after ReconstructNode has rewired the surviving pins. */
-	virtual void PostReconstructNode() {}
+	/** After ReconstructNode: object pins of interface classes become interface pins. */
+	UE_API virtual void PostReconstructNode() override;
+
+	/** A linked input drops its typed value; an orphan without links goes away; then NotifyPinConnectionListChanged. */
+	UE_API virtual void PinConnectionListChanged(UEdGraphPin* Pin) override;
+
+	/**
+	 * Links a node placed from a dragged pin: to the first pin that connects as is (an exec wire already in use gets
+	 * the node inserted), else to one that needs a conversion; a dragged data output also chains then to execute.
+	 */
+	UE_API virtual void AutowireNewNode(UEdGraphPin* FromPin) override;
 
 	/** Allocates the pins during reconstruction; OldPins are the pins being replaced. */
 	UE_API virtual void ReallocatePinsDuringReconstruction(TArray<UEdGraphPin*>& OldPins);

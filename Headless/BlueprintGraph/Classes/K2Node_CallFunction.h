@@ -44,6 +44,7 @@ public:
 	UE_API virtual void PostReconstructNode() override;
 	UE_API virtual void ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const override;
 	UE_API virtual FString GetDocumentationLink() const override;
+	UE_API virtual void PinDefaultValueChanged(UEdGraphPin* Pin) override;
 	// End of UEdGraphNode interface
 
 	// UK2Node interface
@@ -53,6 +54,7 @@ public:
 	UE_API virtual FText GetCompactNodeTitle() const override;
 	UE_API virtual FText GetMenuCategory() const override;
 	UE_API virtual bool ShouldShowNodeProperties() const override;
+	UE_API virtual void NotifyPinConnectionListChanged(UEdGraphPin* Pin) override;
 	// End of UK2Node interface
 
 	/** The function this node calls, resolved against the node's Blueprint; null when it no longer exists. */
@@ -99,6 +101,12 @@ public:
 
 	/** Parameters marked required (UPARAM(Required)), which must be linked. */
 	static UE_API TSet<FName> GetRequiredParamNames(const UFunction* ForFunction);
+
+	/** The class input named by DeterminesOutputType metadata, or null. */
+	UE_API UEdGraphPin* GetTypePickerPin() const;
+
+	/** Gives the outputs DeterminesOutputType governs the class picked on the type picker pin. */
+	UE_API void ConformDynamicOutputs();
 
 	ENodePurityOverride GetNodePurityOverride() const { return NodePurityOverride; }
 	/** Forces the node pure or impure (only a function with outputs can be made pure); reconstructs the node. */

@@ -453,9 +453,132 @@ void UK2Node_CallFunction::AllocateDefaultPins()
 	Super::AllocateDefaultPins();
 }
 
+UEdGraphPin* UK2Node_CallFunction::GetTypePickerPin() const
+{
+	const UFunction* Function = GetTargetFunction();
+	const FString* PickerName = Function ? Function->FindMetaData(FBlueprintMetadata::MD_DynamicOutputType) : nullptr;
+	if (!PickerName || PickerName->IsEmpty())
+	{
+		return nullptr;
+	}
+	UEdGraphPin* Pin = FindPin(**PickerName);
+	const FName Category = Pin ? Pin->PinType.PinCategory : NAME_None;
+	const bool bPicksAType = Category == UEdGraphSchema_K2::PC_Class || Category == UEdGraphSchema_K2::PC_SoftClass
+		|| Category == UEdGraphSchema_K2::PC_Object || Category == UEdGraphSchema_K2::PC_SoftObject;
+	return (Pin && Pin->Direction == EGPD_Input && bPicksAType) ? Pin : nullptr;
+}
+
+namespace
+{
+	/** The class a type picker pin stands for: its value, else its declared class; the common class of what is wired to it. */
+	UClass* PickedClass(const UK2Node_CallFunction& Node, const UEdGraphPin& Picker)
+	{
+		UClass* Result = UObject::StaticClass();
+		if (UClass* DefaultClass = Cast<UClass>(Picker.DefaultObject.Get()))
+		{
+			Result = DefaultClass;
+		}
+		else if (UClass* BaseClass = Cast<UClass>(Picker.PinType.PinSubCategoryObject.Get()))
+		{
+			Result = BaseClass;
+		}
+		if (Picker.LinkedTo.Num() > 0)
+		{
+			UClass* Common = nullptr;
+			for (const UEdGraphPin* Linked : Picker.LinkedTo)
+			{
+				UClass* LinkClass = Cast<UClass>(Linked->PinType.PinSubCategoryObject.Get());
+				if (!LinkClass && Linked->PinType.PinSubCategory == UEdGraphSchema_K2::PSC_Self)
+				{
+					LinkClass = Node.GetBlueprintClassFromNode();
+				}
+				if (!LinkClass)
+				{
+					continue;
+				}
+				if (!Common)
+				{
+					Common = LinkClass;
+					continue;
+				}
+				while (Common && !LinkClass->IsChildOf(Common))
+				{
+					Common = Common->GetSuperClass();
+				}
+			}
+			Result = Common;
+		}
+		return Result;
+	}
+}
+
+void UK2Node_CallFunction::ConformDynamicOutputs()
+{
+	const UFunction* Function = GetTargetFunction();
+	const UEdGraphPin* Picker = GetTypePickerPin();
+	const UClass* BasePickerClass = Picker ? Cast<UClass>(Picker->PinType.PinSubCategoryObject.Get()) : nullptr;
+	if (!Function || !Picker || !BasePickerClass)
+	{
+		return;
+	}
+	UClass* Picked = PickedClass(*this, *Picker);
+
+	// DynamicOutputParam names the outputs to retype; without it, the return value is.
+	TArray<FString> Named;
+	Function->GetMetaData(FBlueprintMetadata::MD_DynamicOutputParam).ParseIntoArray(Named, TEXT(","), true);
+	for (FString& Name : Named)
+	{
+		Name.TrimStartAndEndInline();
+	}
+	const UEdGraphSchema_K2* K2Schema = GetDefault<UEdGraphSchema_K2>();
+	for (TFieldIterator<FProperty> It(Function); It && It->HasAnyPropertyFlags(CPF_Parm); ++It)
+	{
+		const FProperty* Param = *It;
+		const bool bGoverned = Named.Num() == 0 ? Param->HasAnyPropertyFlags(CPF_ReturnParm) : Named.Contains(Param->GetName());
+		FEdGraphPinType DeclaredType;
+		if (!bGoverned || !K2Schema->ConvertPropertyToPinType(Param, DeclaredType))
+		{
+			continue;
+		}
+		// Only an object-like output whose declared class the picker's class derives from can follow it.
+		const FName Category = DeclaredType.PinCategory;
+		const bool bObjectLike = Category == UEdGraphSchema_K2::PC_Object || Category == UEdGraphSchema_K2::PC_Interface || Category == UEdGraphSchema_K2::PC_Class
+			|| Category == UEdGraphSchema_K2::PC_SoftObject || Category == UEdGraphSchema_K2::PC_SoftClass;
+		const UClass* DeclaredClass = Cast<UClass>(DeclaredType.PinSubCategoryObject.Get());
+		if (!bObjectLike || !DeclaredClass || !BasePickerClass->IsChildOf(DeclaredClass))
+		{
+			continue;
+		}
+		UEdGraphPin* Output = FindPin(Param->GetFName());
+		if (Output && Output->Direction == EGPD_Output)
+		{
+			Output->PinType.PinSubCategoryObject = Picked;
+		}
+	}
+}
+
+void UK2Node_CallFunction::PinDefaultValueChanged(UEdGraphPin* Pin)
+{
+	Super::PinDefaultValueChanged(Pin);
+	if (Pin && Pin == GetTypePickerPin())
+	{
+		ConformDynamicOutputs();
+	}
+}
+
+void UK2Node_CallFunction::NotifyPinConnectionListChanged(UEdGraphPin* Pin)
+{
+	Super::NotifyPinConnectionListChanged(Pin);
+	if (Pin && Pin == GetTypePickerPin())
+	{
+		ConformDynamicOutputs();
+	}
+}
+
 void UK2Node_CallFunction::PostReconstructNode()
 {
 	Super::PostReconstructNode();
+	ConformDynamicOutputs();
 
 	const UFunction* Function = GetTargetFunction();
 	if (Function && Function->HasAllFunctionFlags(FUNC_Static))
@@ -795,6 +918,15 @@ void UK2Node_CallFunction::ValidateNodeDuringCompilation(FCompilerResultsLog& Me
 
 	ValidateRequiredPins(Function, MessageLog);
 
+	if (Function->HasMetaData(FBlueprintMetadata::MD_UnsafeForConstructionScripts))
+	{
+		const UEdGraph* Graph = GetGraph();
+		if (Graph && Graph->GetFName() == UEdGraphSchema_K2::FN_UserConstructionScript)
+		{
+			MessageLog.Warning(*LOCTEXT("FunctionUnsafeDuringConstruction", "Function '@@' is unsafe to call in a construction script.").ToString(), this);
+		}
+	}
+
 	// Without a world of its own, the Blueprint must hand such a function a world context object.
 	const bool bInsideFunctionLibrary = Blueprint && Blueprint->BlueprintType == BPTYPE_FunctionLibrary;
 	if (Blueprint && !bInsideFunctionLibrary && Function->HasMetaData(FBlueprintMetadata::MD_WorldContext)
@@ -830,6 +962,26 @@ void UK2Node_CallFunction::ValidateNodeDuringCompilation(FCompilerResultsLog& Me
 		if (Function->HasAnyFunctionFlags(FUNC_Private) && !bFuncBelongsToClass)
 		{
 			MessageLog.Error(*LOCTEXT("FunctionPrivateAccessed", "Function '@@' is private and can't be accessed outside of its defined class '@@'.").ToString(), this, FunctionClass);
+		}
+	}
+
+	// Outputs that follow a picked class may no longer fit what they were wired to.
+	if (GetTypePickerPin())
+	{
+		const UEdGraphSchema* Schema = GetSchema();
+		for (UEdGraphPin* Pin : Pins)
+		{
+			if (Pin->Direction != EGPD_Output || !Schema)
+			{
+				continue;
+			}
+			for (UEdGraphPin* Link : Pin->LinkedTo)
+			{
+				if (Schema->CanCreateConnection(Pin, Link).Response == CONNECT_RESPONSE_DISALLOW)
+				{
+					MessageLog.Error(*LOCTEXT("BadConnection", "Invalid pin connection from '@@' to '@@'. You may have changed the type after the connections were made.").ToString(), Pin, Link);
+				}
+			}
 		}
 	}
 

@@ -2,6 +2,8 @@
 
 #include "K2Node_CallFunction.h"
 #include "K2Node_CallParentFunction.h"
+#include "Engine/BlueprintGeneratedClass.h"
+#include "UObject/UnrealType.h"
 
 using namespace NodesATest;
 
@@ -220,4 +222,104 @@ TEST_F(NodesACallFunction, SurvivesSaveLoadAndReconstruction)
 	EXPECT_EQ(LoadedPrint->FindPinChecked(TEXT("then"))->LinkedTo[0], LoadedSet->FindPinChecked(TEXT("execute")));
 	ASSERT_EQ(LoadedSet->FindPinChecked(TEXT("NewLocation"))->LinkedTo.Num(), 1);
 	EXPECT_EQ(LoadedSet->FindPinChecked(TEXT("NewLocation"))->LinkedTo[0], LoadedGet->FindPinChecked(TEXT("ReturnValue")));
+}
+
+TEST_F(NodesACallFunction, OutputsFollowThePickedClass)
+{
+	MakeBlueprint(FindClass(ActorPath));
+	const TCHAR* const StaticsPath = TEXT("/Script/Engine.GameplayStatics");
+	UK2Node_CallFunction* GetAll = PlaceCall(StaticsPath, TEXT("GetAllActorsOfClass"));
+	UEdGraphPin* ActorClass = GetAll->FindPinChecked(TEXT("ActorClass"));
+	EXPECT_EQ(GetAll->GetTypePickerPin(), ActorClass);
+	EXPECT_EQ(GetAll->FindPinChecked(TEXT("OutActors"))->PinType.PinSubCategoryObject.Get(), FindClass(ActorPath));
+
+	UClass* Pawn = FindClass(TEXT("/Script/Engine.Pawn"));
+	ASSERT_NE(Pawn, nullptr);
+	GetDefault<UEdGraphSchema_K2>()->TrySetDefaultObject(*ActorClass, Pawn);
+	EXPECT_EQ(GetAll->FindPinChecked(TEXT("OutActors"))->PinType.PinSubCategoryObject.Get(), Pawn);
+	EXPECT_TRUE(GetAll->FindPinChecked(TEXT("OutActors"))->PinType.IsArray());
+	GetAll->ReconstructNode();
+	EXPECT_EQ(GetAll->FindPinChecked(TEXT("OutActors"))->PinType.PinSubCategoryObject.Get(), Pawn);
+
+	// Without DynamicOutputParam the return value follows.
+	UK2Node_CallFunction* GetOne = PlaceCall(StaticsPath, TEXT("GetActorOfClass"));
+	GetDefault<UEdGraphSchema_K2>()->TrySetDefaultObject(*GetOne->FindPinChecked(TEXT("ActorClass")), Pawn);
+	EXPECT_EQ(GetOne->GetReturnValuePin()->PinType.PinSubCategoryObject.Get(), Pawn);
+}
+
+TEST_F(NodesACallFunction, CompactOperatorsShowTheUsualSigns)
+{
+	MakeBlueprint(FindClass(ActorPath));
+	UK2Node_CallFunction* Multiply = PlaceCall(TEXT("/Script/Engine.KismetMathLibrary"), TEXT("Multiply_DoubleDouble"));
+	EXPECT_TRUE(Multiply->ShouldDrawCompact());
+	EXPECT_EQ(U8(Multiply->GetCompactNodeTitle()), "\xC3\x97");
+	EXPECT_EQ(U8(Multiply->GetNodeTitle(ENodeTitleType::FullTitle)), "float * float");
+	EXPECT_EQ(U8(Multiply->GetKeywords()), "Multiply_DoubleDouble \xC3\x97 * multiply");
+	EXPECT_EQ(DescribePins(Multiply), "self:in:object (hidden), A:in:real/double, B:in:real/double, ReturnValue:out:real/double");
+	EXPECT_EQ(U8(Multiply->GetMenuCategory()), "Math|Float");
+	// A pure function without outputs to hand back would never run: only calls with outputs may be pure.
+	EXPECT_TRUE(Multiply->IsNodePure());
+}
+
+TEST_F(NodesACallFunction, WiresMadeThroughTheSchemaResetTypedValuesAndAutowireInserts)
+{
+	MakeBlueprint(FindClass(ActorPath));
+	const UEdGraphSchema_K2* Schema = GetDefault<UEdGraphSchema_K2>();
+	UK2Node_CallFunction* Print = PlaceCall(SystemLibraryPath, TEXT("PrintString"));
+	UEdGraphPin* InString = Print->FindPinChecked(TEXT("InString"));
+	Schema->TrySetDefaultValue(*InString, TEXT("Typed by hand"));
+	UK2Node_CallFunction* Name = PlaceCall(SystemLibraryPath, TEXT("GetDisplayName"));
+	ASSERT_TRUE(Schema->TryCreateConnection(Name->GetReturnValuePin(), InString));
+	// The wire supplies the value now; the typed one goes back to the function's default.
+	EXPECT_EQ(U8(InString->DefaultValue), "Hello");
+
+	// A node placed from an exec wire already in use goes in between.
+	UK2Node_CallFunction* Delay = PlaceCall(SystemLibraryPath, TEXT("Delay"));
+	ASSERT_TRUE(Schema->TryCreateConnection(Print->GetThenPin(), Delay->GetExecPin()));
+	UK2Node_CallFunction* Destroy = Place<UK2Node_CallFunction>(EventGraph, [](UK2Node_CallFunction& Node)
+	{
+		Node.SetFromFunction(FindFunction(ActorPath, TEXT("K2_DestroyActor")));
+	});
+	Destroy->AutowireNewNode(Print->GetThenPin());
+	ASSERT_EQ(Print->GetThenPin()->LinkedTo.Num(), 1);
+	EXPECT_EQ(Print->GetThenPin()->LinkedTo[0], Destroy->GetExecPin());
+	ASSERT_EQ(Destroy->GetThenPin()->LinkedTo.Num(), 1);
+	EXPECT_EQ(Destroy->GetThenPin()->LinkedTo[0], Delay->GetExecPin());
+}
+
+TEST_F(NodesACallFunction, CallsOfTheBlueprintsOwnFunctionsTargetSelf)
+{
+	MakeBlueprint(FindClass(ActorPath));
+	UBlueprintGeneratedClass* Skeleton = NewObject<UBlueprintGeneratedClass>(Blueprint->GetPackage(), TEXT("SKEL_BP_Test_C"), RF_Public | RF_Transient);
+	Skeleton->SetSuperStruct(Blueprint->ParentClass);
+	Skeleton->ClassGeneratedBy = Blueprint;
+	static_cast<UClass*>(Skeleton)->ClassGeneratedBy = Blueprint;
+	UFunction* OpenDoor = NewObject<UFunction>(Skeleton, TEXT("OpenDoor"), RF_Public | RF_Transient);
+	OpenDoor->FunctionFlags = FUNC_BlueprintCallable | FUNC_BlueprintEvent | FUNC_Public;
+	FDoubleProperty* Speed = new FDoubleProperty(OpenDoor, TEXT("Speed"), RF_Public | RF_MarkAsNative | RF_Transient);
+	Speed->SetPropertyFlags(CPF_Parm);
+	OpenDoor->AddCppProperty(Speed);
+	OpenDoor->Bind();
+	OpenDoor->StaticLink(true);
+	Skeleton->AddFunctionToFunctionMap(OpenDoor, OpenDoor->GetFName());
+	Skeleton->Bind();
+	Skeleton->StaticLink(true);
+	Blueprint->SkeletonGeneratedClass = Skeleton;
+
+	UK2Node_CallFunction* Call = Place<UK2Node_CallFunction>(EventGraph, [OpenDoor](UK2Node_CallFunction& Node) { Node.SetFromFunction(OpenDoor); });
+	EXPECT_TRUE(Call->FunctionReference.IsSelfContext());
+	EXPECT_EQ(Call->GetTargetFunction(), OpenDoor);
+	EXPECT_EQ(DescribePins(Call), "execute:in:exec, then:out:exec, self:in:object/self, Speed:in:real/double");
+	EXPECT_EQ(U8(Call->FindPinChecked(TEXT("Speed"))->DefaultValue), "0.0");
+	EXPECT_EQ(U8(Call->GetNodeTitle(ENodeTitleType::ListView)), "OpenDoor");
+	FCompilerResultsLog Log;
+	Call->ValidateNodeDuringCompilation(Log);
+	EXPECT_EQ(Log.NumErrors + Log.NumWarnings, 0) << Messages(Log);
+
+	// The function goes away: the call reports it, naming the Blueprint.
+	Skeleton->RemoveFunctionFromFunctionMap(OpenDoor);
+	FCompilerResultsLog MissingLog;
+	Call->ValidateNodeDuringCompilation(MissingLog);
+	EXPECT_EQ(MissingLog.NumErrors, 1);
+	EXPECT_EQ(Messages(MissingLog).rfind("Could not find a function named \"OpenDoor\" in 'BP_Test'.", 0), 0u) << Messages(MissingLog);
 }
