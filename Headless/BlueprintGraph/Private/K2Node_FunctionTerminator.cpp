@@ -53,6 +53,11 @@ UEdGraphPin* UK2Node_FunctionTerminator::CreateUserPin(const TSharedPtr<FUserPin
 	{
 		return nullptr;
 	}
+	// The inherited signature may already have made this parameter's pin.
+	if (UEdGraphPin* Existing = FindPin(NewPinInfo->PinName, Direction))
+	{
+		return Existing;
+	}
 	UEdGraphPin* Pin = CreatePin(Direction, NewPinInfo->PinType, NewPinInfo->PinName);
 	const UEdGraphSchema_K2* Schema = GetDefault<UEdGraphSchema_K2>();
 	if (NewPinInfo->PinDefaultValue.IsEmpty())

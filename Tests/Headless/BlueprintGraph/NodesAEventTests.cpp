@@ -1,5 +1,6 @@
 #include "NodesATestUtils.h"
 
+#include "Engine/BlueprintGeneratedClass.h"
 #include "K2Node_ComponentBoundEvent.h"
 #include "K2Node_CustomEvent.h"
 #include "K2Node_Event.h"
@@ -243,4 +244,40 @@ TEST_F(NodesAEvents, ComponentBoundEventsNameTheDelegateAndComponent)
 	Loaded->ReconstructNode();
 	EXPECT_EQ(Loaded->Pins.Num(), 8);
 	EXPECT_EQ(SaveAgainBytes(), FirstBytes);
+}
+
+TEST_F(NodesAEvents, AnEntryNamingItsCompiledFunctionMakesEachParameterOnce)
+{
+	MakeBlueprint(FindClass(ActorPath));
+	// The compiled function of the graph already has the parameter the user declared.
+	UBlueprintGeneratedClass* Skeleton = NewObject<UBlueprintGeneratedClass>(Blueprint->GetPackage(), TEXT("SKEL_BP_Test_C"), RF_Public | RF_Transient);
+	Skeleton->SetSuperStruct(Blueprint->ParentClass);
+	Skeleton->ClassGeneratedBy = Blueprint;
+	static_cast<UClass*>(Skeleton)->ClassGeneratedBy = Blueprint;
+	UFunction* OpenDoor = NewObject<UFunction>(Skeleton, TEXT("OpenDoor"), RF_Public | RF_Transient);
+	FDoubleProperty* Speed = new FDoubleProperty(OpenDoor, TEXT("Speed"), RF_Public | RF_MarkAsNative | RF_Transient);
+	Speed->SetPropertyFlags(CPF_Parm);
+	OpenDoor->AddCppProperty(Speed);
+	OpenDoor->Bind();
+	OpenDoor->StaticLink(true);
+	Skeleton->AddFunctionToFunctionMap(OpenDoor, OpenDoor->GetFName());
+	Skeleton->Bind();
+	Skeleton->StaticLink(true);
+	Blueprint->SkeletonGeneratedClass = Skeleton;
+
+	UEdGraph* Function = AddFunctionGraph(TEXT("OpenDoor"));
+	UK2Node_FunctionEntry* Entry = Place<UK2Node_FunctionEntry>(Function, [](UK2Node_FunctionEntry& Node)
+	{
+		Node.FunctionReference.SetSelfMember(TEXT("OpenDoor"));
+		Node.bIsEditable = true;
+		TSharedPtr<FUserPinInfo> Declared = MakeShared<FUserPinInfo>();
+		Declared->PinName = TEXT("Speed");
+		Declared->PinType = PinType(UEdGraphSchema_K2::PC_Real, UEdGraphSchema_K2::PC_Double);
+		Declared->DesiredPinDirection = EGPD_Output;
+		Node.UserDefinedPins.Add(Declared);
+	});
+	EXPECT_EQ(Entry->FindSignatureFunction(), OpenDoor);
+	EXPECT_EQ(DescribePins(Entry), "then:out:exec, Speed:out:real/double");
+	Entry->ReconstructNode();
+	EXPECT_EQ(DescribePins(Entry), "then:out:exec, Speed:out:real/double");
 }
