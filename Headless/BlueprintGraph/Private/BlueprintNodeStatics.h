@@ -58,7 +58,7 @@ namespace UE::BlueprintGraph::Private
 	/** Gives an array property reflected with UE_NATIVE_PROPERTY a struct element. */
 	FArrayProperty* WithStructElements(FArrayProperty* Array, UScriptStruct* Struct);
 
-	/** The name of the function as the node title shows it: DisplayName metadata, else the name made readable. */
+	/** The name of the function as titles show it: DisplayName metadata, else the name made readable. */
 	FText GetUserFacingFunctionName(const UFunction* Function, bool bAllowFriendlyNames);
 
 	/** A function's tooltip without its parameter documentation. */

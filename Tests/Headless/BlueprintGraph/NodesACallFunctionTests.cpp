@@ -42,17 +42,17 @@ TEST_F(NodesACallFunction, AllocatesThePinsAndTitlesTheEditorShows)
 		{ActorPath, SystemLibraryPath, TEXT("PrintString"),
 			"execute:in:exec, then:out:exec, self:in:object (hidden), WorldContextObject:in:object (hidden), InString:in:string, "
 			"bPrintToScreen:in:bool, bPrintToLog:in:bool, TextColor:in:struct, Duration:in:real/float, Key:in:name",
-			"Print String", "PrintString", false},
+			"Print String", "Print String", false},
 		// A Blueprint whose objects know no world must pass one in.
 		{ObjectPath, SystemLibraryPath, TEXT("PrintString"),
 			"execute:in:exec, then:out:exec, self:in:object (hidden), WorldContextObject:in:object, InString:in:string, "
 			"bPrintToScreen:in:bool, bPrintToLog:in:bool, TextColor:in:struct, Duration:in:real/float, Key:in:name",
-			"Print String", "PrintString", false},
+			"Print String", "Print String", false},
 		{ActorPath, SystemLibraryPath, TEXT("Delay"),
 			"execute:in:exec, then:out:exec, self:in:object (hidden), WorldContextObject:in:object (hidden), Duration:in:real/float, LatentInfo:in:struct (hidden)",
 			"Delay", "Delay", false},
 		{ActorPath, SystemLibraryPath, TEXT("IsValid"),
-			"self:in:object (hidden), Object:in:object, ReturnValue:out:bool", "Is Valid", "IsValid", true},
+			"self:in:object (hidden), Object:in:object, ReturnValue:out:bool", "Is Valid", "Is Valid", true},
 		// Const member functions keep their target visible even when pure.
 		{ActorPath, ActorPath, TEXT("K2_GetActorLocation"),
 			"self:in:object, ReturnValue:out:struct", "Get Actor Location\nTarget is Actor", "Get Actor Location", true},
@@ -64,7 +64,7 @@ TEST_F(NodesACallFunction, AllocatesThePinsAndTitlesTheEditorShows)
 			"Move:in:exec, Stop:in:exec, Return:in:exec, then:out:exec, self:in:object (hidden), Component:in:object, "
 			"TargetRelativeLocation:in:struct, TargetRelativeRotation:in:struct, bEaseOut:in:bool, bEaseIn:in:bool, OverTime:in:real/float, "
 			"bForceShortestRotationPath:in:bool, MoveAction:in:byte (hidden), LatentInfo:in:struct (hidden)",
-			"Move Component To", "MoveComponentTo", false},
+			"Move Component To", "Move Component To", false},
 		// A bool return expanded into True and False outputs, made before the single exec input.
 		{ActorPath, SystemLibraryPath, TEXT("IsObjectOfSoftClass"),
 			"True:out:exec, False:out:exec, execute:in:exec, self:in:object (hidden), Object:in:object, SoftClass:in:softclass, ReturnValue:out:bool (hidden)",
@@ -311,7 +311,7 @@ TEST_F(NodesACallFunction, CallsOfTheBlueprintsOwnFunctionsTargetSelf)
 	EXPECT_EQ(Call->GetTargetFunction(), OpenDoor);
 	EXPECT_EQ(DescribePins(Call), "execute:in:exec, then:out:exec, self:in:object/self, Speed:in:real/double");
 	EXPECT_EQ(U8(Call->FindPinChecked(TEXT("Speed"))->DefaultValue), "0.0");
-	EXPECT_EQ(U8(Call->GetNodeTitle(ENodeTitleType::ListView)), "OpenDoor");
+	EXPECT_EQ(U8(Call->GetNodeTitle(ENodeTitleType::ListView)), "Open Door");
 	FCompilerResultsLog Log;
 	Call->ValidateNodeDuringCompilation(Log);
 	EXPECT_EQ(Log.NumErrors + Log.NumWarnings, 0) << Messages(Log);
