@@ -1,0 +1,64 @@
+#pragma once
+
+#include "CoreMinimal.h"
+#include "Containers/Map.h"
+#include "Containers/Set.h"
+#include "UObject/WeakObjectPtr.h"
+
+#ifndef BLUEPRINTGRAPH_API
+#define BLUEPRINTGRAPH_API
+#endif
+#define UE_API BLUEPRINTGRAPH_API
+
+class FBlueprintActionDatabaseRegistrar;
+class UBlueprintNodeSpawner;
+class UClass;
+class UObject;
+
+/**
+ * Every node the Blueprint editor can place, as spawners filed by the class or asset they come from. Built the
+ * first time it is asked for, from the classes in memory (the engine's catalogue), the node families and the
+ * Blueprints loaded so far; a Blueprint whose members change is refreshed on its own.
+ */
+class FBlueprintActionDatabase
+{
+public:
+	typedef TArray<UBlueprintNodeSpawner*> FActionList;
+	typedef TMap<const UObject*, FActionList> FActionRegistry;
+
+	static UE_API FBlueprintActionDatabase& Get();
+
+	/** Throws everything away and builds it again. */
+	UE_API void RefreshAll();
+	/** Rebuilds the actions of one class's members (functions, variables, dispatchers, events). */
+	UE_API void RefreshClassActions(UClass* Class);
+	/** Rebuilds the actions a Blueprint contributes (its variables, functions, dispatchers); call after it changed. */
+	UE_API void RefreshAssetActions(UObject* AssetObject);
+	/** Forgets the actions of a Blueprint that is going away. */
+	UE_API void ClearAssetActions(UObject* AssetObject);
+
+	/** Every action, by key, in registration order. */
+	UE_API const FActionRegistry& GetAllActions();
+	UE_API int32 GetNumActions() const;
+
+	/** Milliseconds the last full build took. */
+	double GetLastBuildTimeMs() const { return LastBuildTimeMs; }
+
+private:
+	FBlueprintActionDatabase() = default;
+	friend class FBlueprintActionDatabaseRegistrar;
+
+	void EnsureBuilt();
+	void RegisterAllNodeFamilies(FBlueprintActionDatabaseRegistrar& Registrar);
+	void AddAction(const UObject* Key, UBlueprintNodeSpawner* Action);
+	void ReleaseActions(FActionList& Actions);
+
+	FActionRegistry ActionRegistry;
+	/** Each key's liveness, so a key whose object was destroyed is dropped without being touched. */
+	TMap<const UObject*, TWeakObjectPtr<UObject>> KeyWatch;
+	TSet<UBlueprintNodeSpawner*> Registered;
+	bool bBuilt = false;
+	double LastBuildTimeMs = 0.0;
+};
+
+#undef UE_API
