@@ -3,6 +3,7 @@
 #include "CoreMinimal.h"
 #include "Engine/MemberReference.h"
 #include "K2Node_EditablePinBase.h"
+#include "K2Node_EventNodeInterface.h"
 
 #ifndef BLUEPRINTGRAPH_API
 #define BLUEPRINTGRAPH_API
@@ -10,7 +11,7 @@
 #define UE_API BLUEPRINTGRAPH_API
 
 /** Where a graph starts running: an implementation of an event the class declares ("Event BeginPlay"). */
-class UK2Node_Event : public UK2Node_EditablePinBase
+class UK2Node_Event : public UK2Node_EditablePinBase, public IK2Node_EventNodeInterface
 {
 	DECLARE_CLASS(UK2Node_Event, UK2Node_EditablePinBase, CLASS_None, CASTCLASS_None, TEXT("/Script/BlueprintGraph"), UE_API)
 
@@ -63,6 +64,9 @@ public:
 
 	/** After a reparenting, re-points an override at the class that now declares the event. */
 	UE_API void FixupEventReference(bool bForce = false);
+
+	// IK2Node_EventNodeInterface
+	UE_API virtual TSharedPtr<FEdGraphSchemaAction> GetEventNodeAction(const FText& ActionCategory) override;
 
 	/** The replication text of a title ("Replicated To All (if server)"); bCalling for a call, else for the event. */
 	static UE_API FText GetLocalizedNetString(uint32 NetFlags, bool bCalling);

@@ -5,6 +5,7 @@
 #include "Engine/Blueprint.h"
 #include "K2Node_CallFunction.h"
 #include "Kismet2/CompilerResultsLog.h"
+#include "EdGraph/EdGraphSchema.h"
 #include "UObject/Interface.h"
 #include "UObject/Script.h"
 
@@ -18,12 +19,20 @@ IMPLEMENT_CLASS(UK2Node_Event,
 	UE_NATIVE_PROPERTY(FBoolProperty, bInternalEvent, CPF_None, 0, (uint32)sizeof(bool), true);
 	UE_NATIVE_PROPERTY(FNameProperty, CustomFunctionName, CPF_None);
 	UE_NATIVE_PROPERTY(FUInt32Property, FunctionFlags, CPF_None);
+	Class->Interfaces.Add(FImplementedInterface(UK2Node_EventNodeInterface::StaticClass(), 0, false));
 )
+
+IMPLEMENT_CLASS(UK2Node_EventNodeInterface)
 
 const FName UK2Node_Event::DelegateOutputName(TEXT("OutputDelegate"));
 
 UK2Node_Event::UK2Node_Event()
 {
+}
+
+TSharedPtr<FEdGraphSchemaAction> UK2Node_Event::GetEventNodeAction(const FText& ActionCategory)
+{
+	return MakeShared<FEdGraphSchemaAction>(ActionCategory, GetNodeTitle(ENodeTitleType::ListView), GetTooltipText(), 0);
 }
 
 FText UK2Node_Event::GetLocalizedNetString(uint32 NetFlags, bool bCalling)

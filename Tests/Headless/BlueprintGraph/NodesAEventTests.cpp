@@ -4,6 +4,7 @@
 #include "K2Node_ComponentBoundEvent.h"
 #include "K2Node_CustomEvent.h"
 #include "K2Node_Event.h"
+#include "EdGraph/EdGraphSchema.h"
 #include "K2Node_FunctionEntry.h"
 #include "K2Node_FunctionResult.h"
 #include "UObject/UnrealType.h"
@@ -59,6 +60,10 @@ TEST_F(NodesAEvents, OverridesShowTheirSignatureAndTitle)
 		EXPECT_EQ(U8(Event->GetNodeTitle(ENodeTitleType::ListView)), Case.Title);
 		EXPECT_EQ(U8(Event->GetFunctionName()), U8(FString(Case.Function)));
 		EXPECT_FALSE(Event->IsNodePure());
+		EXPECT_TRUE(Event->GetClass()->ImplementsInterface(UK2Node_EventNodeInterface::StaticClass()));
+		TSharedPtr<FEdGraphSchemaAction> Action = Event->GetEventNodeAction(FText::FromString(TEXT("Events")));
+		ASSERT_TRUE(Action.IsValid());
+		EXPECT_EQ(U8(Action->GetMenuDescription()), Case.Title);
 		// The delegate output names the event's signature, so it can be bound elsewhere.
 		const UEdGraphPin* Delegate = Event->GetDelegatePin();
 		ASSERT_NE(Delegate, nullptr);
