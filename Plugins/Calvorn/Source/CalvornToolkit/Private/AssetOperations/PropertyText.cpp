@@ -34,7 +34,8 @@ FString FAssetOperationBase::GetPropertyValueAsString(const UObject* Object, con
 	for (int32 Index = 0; Index < Property->GetArrayDim(); ++Index)
 	{
 		FString Element;
-		Property->ExportText_InContainer(Index, Element, Object, nullptr, const_cast<UObject*>(Object), PPF_None);
+		// Always the value itself: a value equal to the type's zero is still a value ("False", "0").
+		Property->ExportTextItem_Direct(Element, Property->ContainerPtrToValuePtr<void>(Object, Index), nullptr, const_cast<UObject*>(Object), PPF_None);
 		if (Property->GetArrayDim() == 1)
 		{
 			Text = MoveTemp(Element);

@@ -26,38 +26,26 @@
 
 namespace
 {
-	/** The Blueprint asset a "blueprint" parent names, the most specific kind first, loaded if need be. */
+	/**
+	 * The Blueprint asset a "blueprint" parent names, loaded if need be. An object has one class, so the
+	 * most specific kind (Animation, Widget, plain) is what comes back whichever way it is found.
+	 */
 	UBlueprint* FindParentBlueprint(const FString& ParentPath)
 	{
 		const FString ObjectPath = FAssetOperationBase::NormalizeAssetPath(ParentPath);
-		auto TryLoad = [&ObjectPath](UClass* Kind) -> UBlueprint*
+		UObject* Found = StaticFindObject(UObject::StaticClass(), nullptr, *ObjectPath);
+		if (!Cast<UBlueprint>(Found) && FAssetOperationBase::AssetExists(ObjectPath))
 		{
-			UObject* Found = StaticFindObject(Kind, nullptr, *ObjectPath);
-			if (!Found && FAssetOperationBase::AssetExists(ObjectPath))
-			{
-				Found = StaticLoadObject(Kind, nullptr, *ObjectPath);
-			}
-			return Found && Found->IsA(Kind) ? static_cast<UBlueprint*>(Found) : nullptr;
-		};
-		UBlueprint* Found = TryLoad(UAnimBlueprint::StaticClass());
-#if CALVORN_WITH_WIDGET_BLUEPRINTS
-		if (!Found)
-		{
-			Found = TryLoad(UWidgetBlueprint::StaticClass());
+			Found = StaticLoadObject(UObject::StaticClass(), nullptr, *ObjectPath);
 		}
-#endif
-		if (!Found)
+		if (UBlueprint* Blueprint = Cast<UBlueprint>(Found))
 		{
-			Found = TryLoad(UBlueprint::StaticClass());
+			return Blueprint;
 		}
-		if (!Found)
-		{
-			// Names and other spellings go through the registry, as any Blueprint lookup does; the caller
-			// reports the failure in its own words.
-			Calvorn::FToolResult Unreported;
-			Found = FBlueprintUtils::LoadBlueprint(ParentPath, Unreported);
-		}
-		return Found;
+		// Names and other spellings go through the registry, as any Blueprint lookup does; the caller
+		// reports the failure in its own words.
+		Calvorn::FToolResult Unreported;
+		return FBlueprintUtils::LoadBlueprint(ParentPath, Unreported);
 	}
 
 	/** A native class by any spelling a client uses: a class path, its name with or without prefix, a quoted reference. */
