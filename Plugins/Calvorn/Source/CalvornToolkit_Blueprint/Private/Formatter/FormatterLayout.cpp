@@ -330,24 +330,6 @@ namespace UE::BlueprintNodeFormatter
 		return FMath::FloorToDouble((Value + Step * 0.5) / Step) * Step;
 	}
 
-	double AlignToAnchors(double Value, const TArray<float>& AnchorCoordinates, float Threshold)
-	{
-		const float Requested = float(Value);
-		float Best = Requested;
-		float Limit = Threshold;
-		for (const float Anchor : AnchorCoordinates)
-		{
-			// Measured from the request each time, so the last of equally near anchors wins.
-			const float Distance = FMath::Abs(Requested - Anchor);
-			if (Distance <= Limit)
-			{
-				Limit = Distance;
-				Best = Anchor;
-			}
-		}
-		return double(Best);
-	}
-
 	bool IntersectsAny(const FVector2D& Position, const FVector2D& Size, const TArray<FBox2D>& Boxes)
 	{
 		for (const FBox2D& Box : Boxes)

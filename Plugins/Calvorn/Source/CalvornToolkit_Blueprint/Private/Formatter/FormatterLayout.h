@@ -57,8 +57,13 @@ namespace UE::BlueprintNodeFormatter
 	};
 
 	/**
-	 * The anchor coordinates of one axis sorted by value, so that alignment looks only at the anchors within reach.
-	 * Align answers exactly what AlignToAnchors answers over the coordinates in their original order.
+	 * The anchor coordinates of one axis, sorted by value so that alignment looks only at the anchors within reach.
+	 *
+	 * Align gives what walking the coordinates in their original order gives: starting from the value narrowed to
+	 * float and a limit equal to the threshold, every coordinate whose float distance from the value is not above
+	 * the limit becomes the answer and lowers the limit to its distance. So the nearest coordinate within the
+	 * threshold wins, the last one in the original order among equally near ones, and without one the value stays.
+	 * An aligned coordinate need not be on the grid.
 	 */
 	class FAnchorCoordinateIndex
 	{
@@ -140,9 +145,8 @@ namespace UE::BlueprintNodeFormatter
 	/** Snaps a requested position to the grid and the anchors, then steps it down out of obstacles. */
 	FVector2D ResolvePlacement(const FFormatterContext& Context, const FVector2D& Requested, const FVector2D& Size);
 
+	/** The nearest multiple of Grid, halves upward; the value itself when Grid is not positive. */
 	double SnapToGrid(double Value, float Grid);
-	/** The anchor coordinate nearest to Value within the threshold (the later one on a tie), else Value as a float. */
-	double AlignToAnchors(double Value, const TArray<float>& AnchorCoordinates, float Threshold);
 	/** True when the rectangle at Position of Size touches or overlaps any box. */
 	bool IntersectsAny(const FVector2D& Position, const FVector2D& Size, const TArray<FBox2D>& Boxes);
 
