@@ -9,6 +9,7 @@
 #include "K2Node_Event.h"
 #include "K2Node_FunctionEntry.h"
 #include "K2Node_FunctionResult.h"
+#include "K2Node_VariableGet.h"
 #include "KismetCompiler.h"
 #include "UObject/Interface.h"
 #include "UObject/UnrealType.h"
@@ -210,6 +211,16 @@ TEST_F(FCompiler, BrokenGraphsReportTheEditorsErrors)
 				Place<UK2Node_CustomEvent>(Graph, [](UK2Node_CustomEvent& Node) { Node.CustomFunctionName = TEXT("Fire"); });
 			},
 			"Fire", BS_Error },
+		{ "variable node of a variable that does not exist",
+			[](FCompiler&, UBlueprint* BP)
+			{
+				UEdGraph* Graph = FBlueprintEditorUtils::FindEventGraph(BP);
+				UK2Node_VariableGet* Node = static_cast<UK2Node_VariableGet*>(Graph->CreateNode(UK2Node_VariableGet::StaticClass(), false, false));
+				Node->VariableReference.SetSelfMember(TEXT("Ghost"));
+				Node->CreateNewGuid();
+				Node->AllocateDefaultPins();
+			},
+			"Make sure '", BS_UpToDateWithWarnings },
 		{ "no parent class",
 			[](FCompiler&, UBlueprint* BP) { BP->ParentClass = nullptr; },
 			"Blueprint BP_Case has a malformed parent class. Parent class may have been deleted.", BS_Error },

@@ -6,6 +6,7 @@
 #include "K2Node_Event.h"
 #include "K2Node_FunctionEntry.h"
 #include "K2Node_FunctionResult.h"
+#include "K2Node_VariableGet.h"
 #include "Kismet2/Kismet2NameValidators.h"
 #include "Subsystems/AssetEditorSubsystem.h"
 #include "UObject/UnrealType.h"
@@ -380,4 +381,33 @@ TEST_F(FEditorUtils, NoEditorOpensHeadlessButFocusRequestsAreRecorded)
 	FKismetEditorUtilities::BringKismetToFocusAttentionOnObject(nullptr);
 	ASSERT_EQ(FKismetEditorUtilities::GetRecordedFocusRequests().Num(), 1);
 	EXPECT_EQ(FKismetEditorUtilities::GetRecordedFocusRequests()[0].Get(), Blueprint->UbergraphPages[0].Get());
+}
+
+TEST_F(FEditorUtils, VariableNodesFollowTheirVariable)
+{
+	UBlueprint* Blueprint = MakeActorBlueprint();
+	ASSERT_TRUE(FBlueprintEditorUtils::AddMemberVariable(Blueprint, TEXT("Score"), PinType(UEdGraphSchema_K2::PC_Int)));
+	ASSERT_TRUE(FBlueprintEditorUtils::AddMemberVariable(Blueprint, TEXT("Lives"), PinType(UEdGraphSchema_K2::PC_Int)));
+	UEdGraph* Graph = Blueprint->UbergraphPages[0];
+	auto PlaceGet = [&](const TCHAR* Name)
+	{
+		UK2Node_VariableGet* Node = static_cast<UK2Node_VariableGet*>(Graph->CreateNode(UK2Node_VariableGet::StaticClass(), false, false));
+		Node->VariableReference.SetSelfMember(FName(Name));
+		Node->CreateNewGuid();
+		Node->AllocateDefaultPins();
+		return Node;
+	};
+	UK2Node_VariableGet* ScoreGet = PlaceGet(TEXT("Score"));
+	UK2Node_VariableGet* LivesGet = PlaceGet(TEXT("Lives"));
+	EXPECT_TRUE(FBlueprintEditorUtils::IsVariableUsed(Blueprint, TEXT("Score")));
+	EXPECT_FALSE(FBlueprintEditorUtils::IsVariableUsed(Blueprint, TEXT("Health")));
+
+	FBlueprintEditorUtils::RenameMemberVariable(Blueprint, TEXT("Lives"), TEXT("Tries"));
+	EXPECT_EQ(U8(LivesGet->GetVarName()), "Tries");
+	EXPECT_EQ(U8(Blueprint->NewVariables[1].FriendlyName), "Tries");
+
+	FBlueprintEditorUtils::RemoveMemberVariable(Blueprint, TEXT("Score"));
+	EXPECT_FALSE(Graph->Nodes.Contains(ScoreGet));
+	EXPECT_TRUE(Graph->Nodes.Contains(LivesGet));
+	EXPECT_FALSE(FBlueprintEditorUtils::IsVariableUsed(Blueprint, TEXT("Score")));
 }

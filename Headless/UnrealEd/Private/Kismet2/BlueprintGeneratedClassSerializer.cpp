@@ -1,6 +1,9 @@
 #include "CoreMinimal.h"
 #include "Dom/JsonObject.h"
+#include "Engine/Blueprint.h"
 #include "Engine/BlueprintGeneratedClass.h"
+#include "Kismet2/CompilerResultsLog.h"
+#include "KismetCompilerModule.h"
 #include "Serialization/PackageSerializer.h"
 #include "Templates/Casts.h"
 #include "UObject/Class.h"
@@ -54,7 +57,41 @@ namespace UE::UnrealEd::Private
 					((UClass&)Class).ClassGeneratedBy = Generated->ClassGeneratedBy;
 				}
 			}
+
+			virtual void PostLoadObject(UObject& Object, UE::Headless::FPackageLoadContext& Context) const override;
 		};
+
+		/**
+		 * Once the package is read, the Blueprint's classes are built again from what was saved, as the
+		 * editor does when it loads a Blueprint: members and signatures come from the graphs, not the file.
+		 */
+		class FBlueprintGeneratedClassLoadCompiler
+		{
+		public:
+			static void CompileLoadedBlueprint(UClass& Class)
+			{
+				UBlueprint* Blueprint = Cast<UBlueprint>(Class.ClassGeneratedBy);
+				if (!Blueprint || Blueprint->GeneratedClass.Get() != &Class || !Blueprint->bRecompileOnLoad)
+				{
+					return;
+				}
+				IKismetCompilerInterface* Compiler = IKismetCompilerInterface::GetPtr();
+				if (!Compiler)
+				{
+					return;
+				}
+				FCompilerResultsLog Log;
+				Log.bSilentMode = true;
+				FKismetCompilerOptions Options;
+				Compiler->CompileBlueprint(Blueprint, Options, Log);
+			}
+		};
+
+		void FBlueprintGeneratedClassSerializer::PostLoadObject(UObject& Object, UE::Headless::FPackageLoadContext& Context) const
+		{
+			Object.PostLoad();
+			FBlueprintGeneratedClassLoadCompiler::CompileLoadedBlueprint(static_cast<UClass&>(Object));
+		}
 
 		void RegisterBlueprintGeneratedClassSerializer()
 		{

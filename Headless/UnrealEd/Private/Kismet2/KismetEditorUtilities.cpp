@@ -130,18 +130,18 @@ UBlueprint* FKismetEditorUtilities::CreateBlueprint(UClass* ParentClass, UObject
 	UClass* GeneratedClassKind = BlueprintGeneratedClassType ? BlueprintGeneratedClassType.Get() : UBlueprintGeneratedClass::StaticClass();
 	if (BlueprintClass == UBlueprint::StaticClass())
 	{
-		if (IKismetCompilerInterface* Compiler = IKismetCompilerInterface::GetPtr())
+		for (IBlueprintCompiler* Kind : UE::Kismet::GetRegisteredBlueprintCompilers())
 		{
 			UClass* SpecificBlueprint = nullptr;
 			UClass* SpecificGenerated = nullptr;
-			Compiler->GetBlueprintTypesForClass(ParentClass, SpecificBlueprint, SpecificGenerated);
-			if (SpecificBlueprint)
+			if (Kind && Kind->GetBlueprintTypesForClass(ParentClass, SpecificBlueprint, SpecificGenerated))
 			{
-				BlueprintClass = SpecificBlueprint;
-			}
-			if (SpecificGenerated && GeneratedClassKind == UBlueprintGeneratedClass::StaticClass())
-			{
-				GeneratedClassKind = SpecificGenerated;
+				BlueprintClass = SpecificBlueprint ? SpecificBlueprint : BlueprintClass;
+				if (SpecificGenerated && GeneratedClassKind == UBlueprintGeneratedClass::StaticClass())
+				{
+					GeneratedClassKind = SpecificGenerated;
+				}
+				break;
 			}
 		}
 	}
@@ -150,9 +150,17 @@ UBlueprint* FKismetEditorUtilities::CreateBlueprint(UClass* ParentClass, UObject
 	// the order its objects were made.
 	UBlueprintGeneratedClass* NewClass = NewObject<UBlueprintGeneratedClass>(Package, GeneratedClassKind, FName(*GeneratedName), RF_Public | RF_Transactional);
 	NewClass->SetSuperStruct(ParentClass);
+	NewClass->ClassFlags |= CLASS_CompiledFromBlueprint;
 	UBlueprintGeneratedClass* SkeletonClass = NewObject<UBlueprintGeneratedClass>(Package, UBlueprintGeneratedClass::StaticClass(),
 		FName(*(TEXT("SKEL_") + GeneratedName)), RF_Public | RF_Transactional);
 	SkeletonClass->SetSuperStruct(ParentClass);
+	SkeletonClass->ClassFlags |= CLASS_CompiledFromBlueprint;
+	// Usable (with the parent's members only) before the first compile.
+	for (UClass* Class : { (UClass*)NewClass, (UClass*)SkeletonClass })
+	{
+		Class->Bind();
+		Class->StaticLink(true);
+	}
 
 	UBlueprint* Blueprint = NewObject<UBlueprint>(Outer, BlueprintClass, NewBPName, RF_Public | RF_Standalone | RF_Transactional);
 	Blueprint->Status = BS_BeingCreated;
