@@ -482,3 +482,26 @@ TEST(FormatterLayout, DefaultMeasureIsTheK2Estimate)
 	EXPECT_NODE_AT(B, 500, 0);
 	EXPECT_NODE_AT(C, 500, ExpectedRow);
 }
+
+TEST(FormatterLayout, ALongPureChainDoesNotExhaustTheStack)
+{
+	// Each input of an input goes 250 left of its consumer and snaps back 10: 240 per level, on the first row.
+	constexpr int32 ChainLength = 150000;
+	FFormatterScene Scene;
+	UFormatterTestNode* Root = Scene.Node(0, 0);
+	Scene.NewPin(Root, EGPD_Output, UEdGraphSchema_K2::PC_Exec);
+	TArray<UEdGraphNode*> Allowed = {Root};
+	UEdGraphNode* Consumer = Root;
+	for (int32 Index = 0; Index < ChainLength; ++Index)
+	{
+		UFormatterTestNode* Input = Scene.Node(0, 0);
+		Scene.Feeds(Input, Consumer);
+		Allowed.Add(Input);
+		Consumer = Input;
+	}
+	Scene.Format(Allowed);
+	EXPECT_NODE_AT(Root, 0, 0);
+	EXPECT_NODE_AT(Allowed[1], -240, -200);
+	EXPECT_NODE_AT(Allowed[2], -480, -200);
+	EXPECT_NODE_AT(Allowed.Last(), -240 * ChainLength, -200);
+}

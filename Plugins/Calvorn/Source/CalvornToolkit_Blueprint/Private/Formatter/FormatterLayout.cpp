@@ -234,35 +234,86 @@ namespace UE::BlueprintNodeFormatter
 		{
 			return float(NodePosition.Y);
 		}
-		const float X = float(NodePosition.X - PureInputOffsetX);
-		float NextY = Depth > 0 ? float(NodePosition.Y) : float(NodePosition.Y - FirstPureInputRise);
-		float Bottom = float(NodePosition.Y);
-		const double Gap = Depth > 0 ? NestedPureInputGap : PureInputGap;
-		for (const UEdGraphPin* Pin : Node->Pins)
+
+		// Depth first, as a recursion over the inputs would go, but on an explicit stack: a long chain of pure nodes
+		// must not exhaust the thread's stack.
+		struct FInputWalk
 		{
-			if (!Pin || Pin->Direction != EGPD_Input || IsExecPin(Pin))
+			UEdGraphNode* Consumer;
+			int32 Depth;
+			float X;
+			float NextY;
+			float Bottom;
+			double Gap;
+			int32 PinIndex = 0;
+			int32 LinkIndex = 0;
+			/** The input placed last, whose own inputs are being walked above this entry. */
+			const FFormatterNodeInfo* PendingInput = nullptr;
+		};
+		auto StartWalk = [](UEdGraphNode* Consumer, const FVector2D& Position, int32 WalkDepth)
+		{
+			FInputWalk Walk;
+			Walk.Consumer = Consumer;
+			Walk.Depth = WalkDepth;
+			Walk.X = float(Position.X - PureInputOffsetX);
+			Walk.NextY = WalkDepth > 0 ? float(Position.Y) : float(Position.Y - FirstPureInputRise);
+			Walk.Bottom = float(Position.Y);
+			Walk.Gap = WalkDepth > 0 ? NestedPureInputGap : PureInputGap;
+			return Walk;
+		};
+
+		TArray<FInputWalk> Stack;
+		Stack.Add(StartWalk(Node, NodePosition, Depth));
+		float Result = 0.0f;
+		while (Stack.Num() > 0)
+		{
+			FFormatterNodeInfo* Placed = nullptr;
 			{
+				FInputWalk& Walk = Stack.Last();
+				const TArray<UEdGraphPin*>& Pins = Walk.Consumer->Pins;
+				while (!Placed && Walk.PinIndex < Pins.Num())
+				{
+					const UEdGraphPin* Pin = Pins[Walk.PinIndex];
+					if (!Pin || Pin->Direction != EGPD_Input || IsExecPin(Pin) || Walk.LinkIndex >= Pin->LinkedTo.Num())
+					{
+						++Walk.PinIndex;
+						Walk.LinkIndex = 0;
+						continue;
+					}
+					const UEdGraphPin* LinkedPin = Pin->LinkedTo[Walk.LinkIndex++];
+					UEdGraphNode* Owner = LinkedPin ? LinkedPin->GetOwningNodeUnchecked() : nullptr;
+					if (!Owner || Context.Visited.Contains(Owner) || !Context.AllowedNodes.Contains(Owner) || !IsPureForLayout(Owner))
+					{
+						continue;
+					}
+					FFormatterNodeInfo* Input = Context.FindRecord(Owner);
+					if (!Input)
+					{
+						continue;
+					}
+					CommitPlacement(Context, *Input, ResolvePlacement(Context, FVector2D(double(Walk.X), double(Walk.NextY)), Input->Size));
+					Walk.PendingInput = Input;
+					Placed = Input;
+				}
+			}
+			if (Placed)
+			{
+				const int32 ChildDepth = Stack.Last().Depth + 1;
+				Stack.Add(StartWalk(Placed->Node, Placed->Position, ChildDepth));
 				continue;
 			}
-			for (const UEdGraphPin* LinkedPin : Pin->LinkedTo)
+
+			// This consumer's inputs are all placed: its bottom goes to the consumer below it on the stack.
+			Result = Stack.Last().Bottom;
+			Stack.Pop();
+			if (Stack.Num() > 0)
 			{
-				UEdGraphNode* Owner = LinkedPin ? LinkedPin->GetOwningNodeUnchecked() : nullptr;
-				if (!Owner || Context.Visited.Contains(Owner) || !Context.AllowedNodes.Contains(Owner) || !IsPureForLayout(Owner))
-				{
-					continue;
-				}
-				FFormatterNodeInfo* Input = Context.FindRecord(Owner);
-				if (!Input)
-				{
-					continue;
-				}
-				CommitPlacement(Context, *Input, ResolvePlacement(Context, FVector2D(double(X), double(NextY)), Input->Size));
-				const float ChildBottom = PlacePureInputs(Context, Owner, Input->Position, Depth + 1);
-				NextY = FMath::Max(float(NextY + Input->Size.Y + Gap), ChildBottom);
-				Bottom = FMath::Max(NextY, Bottom);
+				FInputWalk& Parent = Stack.Last();
+				Parent.NextY = FMath::Max(float(Parent.NextY + Parent.PendingInput->Size.Y + Parent.Gap), Result);
+				Parent.Bottom = FMath::Max(Parent.NextY, Parent.Bottom);
 			}
 		}
-		return Bottom;
+		return Result;
 	}
 
 	void PlaceRemainingNodes(FFormatterContext& Context, TArray<FFormatterNodeInfo>& Records, float BottomOfPlaced)
