@@ -542,6 +542,19 @@ TEST_F(FCompiler, CompiledBlueprintsSaveAndLoad)
 	ASSERT_NE(Loaded, nullptr);
 	ASSERT_EQ(Loaded->NewVariables.Num(), 1);
 	EXPECT_EQ(U8(Loaded->NewVariables[0].DefaultValue), "100");
+	// Reading the package compiled the Blueprint, as the editor does on load.
+	EXPECT_EQ(Loaded->Status, BS_UpToDate);
+	EXPECT_NE(Loaded->GeneratedClass->FindPropertyByName(TEXT("Health")), nullptr);
+	EXPECT_NE(Loaded->SkeletonGeneratedClass->FindPropertyByName(TEXT("Health")), nullptr);
+	EXPECT_EQ(Loaded->GeneratedClass->GetSuperClass(), AActor::StaticClass());
+	EXPECT_EQ(UBlueprint::GetBlueprintFromClass(Loaded->GeneratedClass), Loaded);
+	// Saving what was loaded writes the same file.
+	{
+		ASSERT_TRUE(UPackage::Save(Loaded->GetPackage(), Loaded, *FileOf(Loaded), FSavePackageArgs()).IsSuccessful());
+		FString SecondBytes;
+		FFileHelper::LoadFileToString(SecondBytes, *FileOf(Loaded));
+		EXPECT_EQ(U8(FirstBytes), U8(SecondBytes));
+	}
 	FCompilerResultsLog Log = CompileWithLog(Loaded);
 	EXPECT_EQ(Messages(Log), "");
 	EXPECT_EQ(Loaded->Status, BS_UpToDate);
