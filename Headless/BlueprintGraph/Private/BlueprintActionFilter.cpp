@@ -107,7 +107,20 @@ namespace
 			return false;
 		}
 		UClass* OwnerAuth = Authoritative(OwnerClass);
-		return ContextClass->IsChildOf(OwnerClass) || Authoritative(ContextClass)->IsChildOf(OwnerAuth);
+		return ContextClass->IsChildOf(OwnerClass) || Authoritative(ContextClass)->IsChildOf(OwnerAuth) || ContextClass->ImplementsInterface(OwnerAuth);
+	}
+
+	/** Whether the Blueprint declares that it implements the interface, compiled or not. */
+	bool DeclaresInterface(const UBlueprint* Blueprint, UClass* Interface)
+	{
+		for (const FBPInterfaceDescription& Description : Blueprint->ImplementedInterfaces)
+		{
+			if (Description.Interface.Get() && Interface && Description.Interface->IsChildOf(Interface))
+			{
+				return true;
+			}
+		}
+		return false;
 	}
 }
 
@@ -375,7 +388,8 @@ bool FBlueprintActionFilter::IsFilteredByThis(FBlueprintActionInfo& BlueprintAct
 		// Events, variables and dispatchers belong to the Blueprint's own class hierarchy.
 		if (EventSpawner && !EventSpawner->IsForCustomEvent())
 		{
-			if (!IsInHierarchy(BlueprintClass, OwnerClass))
+			// The parent class's events, and those of the interfaces the Blueprint implements.
+			if (!IsInHierarchy(BlueprintClass, OwnerClass) && !DeclaresInterface(Blueprint, OwnerClass))
 			{
 				return true;
 			}

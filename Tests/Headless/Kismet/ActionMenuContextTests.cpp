@@ -252,3 +252,43 @@ TEST_F(FActionMenuFixture, GraphWithoutBlueprintSchemaGetsNoBlueprintNodes)
 	Plain->Schema = UEdGraphSchema::StaticClass();
 	EXPECT_TRUE(MenuFor(Blueprint, Plain).empty());
 }
+
+TEST_F(FActionMenuFixture, ContextSensitiveMenuKeepsToItsTargetClasses)
+{
+	UBlueprint* Blueprint = Create(EditorTest::FindClass(TEXT("/Script/Engine.Actor")), TEXT("BP_MenuTargets"));
+	ASSERT_NE(Blueprint, nullptr);
+	UEdGraph* Graph = EventGraphOf(Blueprint);
+	FBlueprintActionContext Context;
+	Context.Blueprints.Add(Blueprint);
+	Context.Graphs.Add(Graph);
+
+	auto Build = [&Context](uint32 Mask)
+	{
+		FBlueprintActionMenuBuilder Menu;
+		FBlueprintActionMenuUtils::MakeContextMenu(Context, true, Mask, Menu);
+		return ReadMenu(Menu);
+	};
+
+	// The Blueprint's own class: its members and library calls, not other classes' members.
+	const std::vector<FMenuRow> Own = Build(EContextTargetFlags::TARGET_Blueprint | EContextTargetFlags::TARGET_BlueprintLibraries);
+	EXPECT_NE(FindRow(Own, "Get Actor Location"), nullptr);
+	EXPECT_NE(FindRow(Own, "Print String"), nullptr);
+	EXPECT_EQ(FindRow(Own, "Jump"), nullptr);
+	EXPECT_EQ(FindRow(Own, "Set Skeletal Mesh Asset"), nullptr);
+
+	// Dragging from a Character pin brings the Character's members in.
+	UEdGraphNode* Cast = FindRow(MenuFor(Blueprint, Graph), "Cast To Character")->Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 0.0f));
+	ASSERT_NE(Cast, nullptr);
+	UEdGraphPin* AsCharacter = Cast->FindPin(FName(TEXT("AsCharacter")));
+	ASSERT_NE(AsCharacter, nullptr);
+	Context.Pins.Add(AsCharacter);
+	const std::vector<FMenuRow> FromPin = Build(EContextTargetFlags::ContextTargetFlags_MAX - 1);
+	EXPECT_NE(FindRow(FromPin, "Jump"), nullptr);
+	EXPECT_NE(FindRow(FromPin, "Get Actor Location"), nullptr);
+	EXPECT_EQ(FindRow(FromPin, "Set Skeletal Mesh Asset"), nullptr);
+
+	// Without the library flag, a context-sensitive menu leaves free functions out.
+	const std::vector<FMenuRow> NoLibraries = Build(EContextTargetFlags::TARGET_Blueprint);
+	EXPECT_EQ(FindRow(NoLibraries, "Print String"), nullptr);
+	EXPECT_NE(FindRow(NoLibraries, "Get Actor Location"), nullptr);
+}
