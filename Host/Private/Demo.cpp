@@ -5,6 +5,7 @@
 
 #include "Dom/JsonObject.h"
 #include "Dom/JsonValue.h"
+#include "Misc/PackageName.h"
 #include "Serialization/JsonReader.h"
 #include "Serialization/JsonSerializer.h"
 
@@ -83,7 +84,7 @@ namespace Calvorn::Host
 			return bTools;
 		}
 
-		bool DescribeToolsList(const TSharedPtr<FJsonObject>& Reply, FString& OutEssence)
+		bool DescribeToolsList(const TSharedPtr<FJsonObject>& Reply, FString& OutEssence, TSet<FString>& OutToolNames)
 		{
 			const FJsonObject* Result = GetResult(Reply, OutEssence);
 			const TArray<TSharedPtr<FJsonValue>>* Tools = nullptr;
@@ -108,6 +109,7 @@ namespace Calvorn::Host
 					OutEssence += TEXT("\n    (a tool without a name or an input schema)");
 					return false;
 				}
+				OutToolNames.Add(Name);
 				(*Tool)->TryGetStringField(TEXT("description"), Description);
 				if (Description.Len() > MaxDescriptionChars)
 				{
@@ -127,6 +129,66 @@ namespace Calvorn::Host
 			}
 			OutEssence = SummarizeToolCallResult(*Result);
 			return Result->HasTypedField<EJson::Boolean>(TEXT("isError")) && Result->HasTypedField<EJson::Array>(TEXT("content"));
+		}
+
+		/** A call that the demo expects to succeed: the protocol's shape and no error. */
+		bool DescribeSuccessfulToolCall(const TSharedPtr<FJsonObject>& Reply, FString& OutEssence)
+		{
+			bool bIsError = true;
+			const FJsonObject* Result = DescribeToolCall(Reply, OutEssence) ? GetResult(Reply, OutEssence) : nullptr;
+			return Result && Result->TryGetBoolField(TEXT("isError"), bIsError) && !bIsError;
+		}
+
+		FString ToolCallRequest(int32 Id, const TCHAR* ToolName, const FString& Arguments)
+		{
+			return FString::Printf(TEXT("{\"jsonrpc\":\"2.0\",\"id\":%d,\"method\":\"tools/call\",\"params\":{\"name\":\"%s\",\"arguments\":%s}}"), Id, ToolName, *Arguments);
+		}
+
+		/** A package name under /Game/CalvornDemo that no asset uses yet, so the demo never touches a user's asset. */
+		FString FreeDemoAssetPath()
+		{
+			FString Path = TEXT("/Game/CalvornDemo/BP_DemoDoor");
+			for (int32 Suffix = 2; FPackageName::DoesPackageExist(Path) && Suffix < 1000; ++Suffix)
+			{
+				Path = FString::Printf(TEXT("/Game/CalvornDemo/BP_DemoDoor_%d"), Suffix);
+			}
+			return Path;
+		}
+
+		/**
+		 * The Blueprint part of the script, for the tools this build has: create an actor Blueprint, give it a
+		 * function and an event dispatcher, compile it, read the function back, and delete the asset again.
+		 */
+		TArray<FDemoStep> MakeBlueprintSteps(const TSet<FString>& ToolNames)
+		{
+			TArray<FDemoStep> Steps;
+			if (!ToolNames.Contains(TEXT("bp_create_asset")))
+			{
+				return Steps;
+			}
+			const FString Path = FreeDemoAssetPath();
+			int32 Id = 10;
+			Steps.Add({ToolCallRequest(Id++, TEXT("bp_create_asset"), FString::Printf(TEXT("{\"path\":\"%s\",\"blueprint_parent_class\":{\"type\":\"native\",\"parent_path\":\"/Script/Engine.Actor\"}}"), *Path)), &DescribeSuccessfulToolCall});
+			if (ToolNames.Contains(TEXT("bp_create_graph")))
+			{
+				Steps.Add({ToolCallRequest(Id++, TEXT("bp_create_graph"), FString::Printf(TEXT("{\"path\":\"%s\",\"functions\":[")
+					TEXT("{\"name\":\"OpenDoor\",\"parameters\":[{\"name\":\"Speed\",\"type\":{\"category\":\"float\"}}],\"return_type\":{\"category\":\"bool\"}},")
+					TEXT("{\"name\":\"OnDoorOpened\",\"is_delegate\":true,\"parameters\":[{\"name\":\"Opener\",\"type\":{\"category\":\"object\",\"sub_category_object\":\"/Script/Engine.Actor\"}}]}]}"), *Path)),
+					&DescribeSuccessfulToolCall});
+			}
+			if (ToolNames.Contains(TEXT("compile_blueprint")))
+			{
+				Steps.Add({ToolCallRequest(Id++, TEXT("compile_blueprint"), FString::Printf(TEXT("{\"blueprint_paths\":[\"%s\"]}"), *Path)), &DescribeSuccessfulToolCall});
+			}
+			if (ToolNames.Contains(TEXT("read_blueprint_function")))
+			{
+				Steps.Add({ToolCallRequest(Id++, TEXT("read_blueprint_function"), FString::Printf(TEXT("{\"path\":\"%s\",\"function_name\":\"OpenDoor\"}"), *Path)), &DescribeSuccessfulToolCall});
+			}
+			if (ToolNames.Contains(TEXT("delete_blueprint")))
+			{
+				Steps.Add({ToolCallRequest(Id++, TEXT("delete_blueprint"), FString::Printf(TEXT("{\"path\":\"%s\"}"), *Path)), &DescribeSuccessfulToolCall});
+			}
+			return Steps;
 		}
 
 		bool DescribeUnknownToolCall(const TSharedPtr<FJsonObject>& Reply, FString& OutEssence)
@@ -209,17 +271,26 @@ namespace Calvorn::Host
 	bool RunDemoSession(FMcpServer& Server, TFunctionRef<void(const FString&)> PrintLine)
 	{
 		const FString ClientInfo = FString::Printf(TEXT("{\"name\":\"%s-demo\",\"version\":\"%s\"}"), HostProgramName, HostVersion);
+		TSet<FString> ToolNames;
 		TArray<FDemoStep> Steps;
 		Steps.Add({FString::Printf(TEXT("{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"initialize\",\"params\":{\"protocolVersion\":\"%s\",\"capabilities\":{},\"clientInfo\":%s}}"), FMcpServer::LatestProtocolVersion, *ClientInfo), &DescribeInitialize});
 		Steps.Add({TEXT("{\"jsonrpc\":\"2.0\",\"method\":\"notifications/initialized\"}"), nullptr});
-		Steps.Add({TEXT("{\"jsonrpc\":\"2.0\",\"id\":2,\"method\":\"tools/list\"}"), &DescribeToolsList});
+		Steps.Add({TEXT("{\"jsonrpc\":\"2.0\",\"id\":2,\"method\":\"tools/list\"}"),
+			[&ToolNames](const TSharedPtr<FJsonObject>& Reply, FString& OutEssence) { return DescribeToolsList(Reply, OutEssence, ToolNames); }});
+		const int32 BlueprintStepsAt = Steps.Num();
 		Steps.Add({TEXT("{\"jsonrpc\":\"2.0\",\"id\":3,\"method\":\"tools/call\",\"params\":{\"name\":\"no_such_tool\",\"arguments\":{}}}"), &DescribeUnknownToolCall});
 		Steps.Add({TEXT("{\"jsonrpc\":\"2.0\",\"id\":4,\"method\":\"ping\"}"), &DescribePing});
 		Steps.Add({TEXT("{\"jsonrpc\":\"2.0\",\"id\":5,\"method\":\"tools/call\","), &DescribeError});
 
 		bool bAllAsExpected = true;
-		for (const FDemoStep& Step : Steps)
+		for (int32 StepIndex = 0; StepIndex < Steps.Num(); ++StepIndex)
 		{
+			// Once the server has said which tools it has, the Blueprint part joins the script.
+			if (StepIndex == BlueprintStepsAt)
+			{
+				Steps.Insert(MakeBlueprintSteps(ToolNames), StepIndex);
+			}
+			const FDemoStep& Step = Steps[StepIndex];
 			PrintLine(FString::Printf(TEXT("> %s"), *Step.Request));
 			const std::string Reply = Server.HandleMessage(FStringToUTF8(Step.Request));
 			FString Essence;

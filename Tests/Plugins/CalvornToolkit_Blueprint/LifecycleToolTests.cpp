@@ -307,6 +307,11 @@ TEST_F(LifecycleTools, AFunctionGetsItsInputsOutputsAndReturnValue)
 	ASSERT_NE(ResultNode, nullptr);
 	EXPECT_EQ(UserPins(Entry), (TArray<FString>{TEXT("Amount:real/float"), TEXT("Source:object"), TEXT("Tags:name[]")}));
 	EXPECT_EQ(UserPins(ResultNode), (TArray<FString>{TEXT("bKilled:bool"), TEXT("ReturnValue:int")}));
+	// The entry runs into the result node, so the function returns what it computes.
+	const UEdGraphPin* Then = Entry->FindPin(UEdGraphSchema_K2::PN_Then);
+	ASSERT_NE(Then, nullptr);
+	ASSERT_EQ(Then->LinkedTo.Num(), 1);
+	EXPECT_EQ(Then->LinkedTo[0]->GetOwningNode(), ResultNode);
 	// Inputs are outputs of the entry node; outputs and the return value are inputs of the result node.
 	ASSERT_NE(Entry->FindPin(TEXT("Amount")), nullptr);
 	EXPECT_EQ(Entry->FindPin(TEXT("Amount"))->Direction, EGPD_Output);
@@ -330,6 +335,7 @@ TEST_F(LifecycleTools, AFunctionGetsItsInputsOutputsAndReturnValue)
 	EXPECT_TRUE(ReadFile(TEXT("Graphs/BP_Health.uasset")).Contains(TEXT("ApplyDamage")));
 	const FToolResult Compiled = Call(TEXT("compile_blueprint"), TEXT("{\"blueprint_paths\": [\"/Game/Graphs/BP_Health\"]}"));
 	EXPECT_TRUE(Compiled.WasSuccessful()) << Describe(Compiled);
+	EXPECT_EQ(Compiled.GetWarningMessages().Num(), 0) << Describe(Compiled);
 }
 
 TEST_F(LifecycleTools, BadFunctionEntriesAreReportedAndTheRestStands)

@@ -100,18 +100,29 @@ namespace
 		return Node;
 	}
 
-	/** The result node of a function graph, made beside its entry when it has none. */
+	/**
+	 * The result node of a function graph, made beside its entry when it has none. A new result node
+	 * is wired to an entry whose execution goes nowhere yet, so that the function returns its values.
+	 */
 	UK2Node_FunctionResult* FindOrAddResultNode(UEdGraph& Graph, UK2Node_FunctionEntry* Entry)
 	{
 		if (UK2Node_FunctionResult* Existing = FindNodeOfClass<UK2Node_FunctionResult>(&Graph))
 		{
 			return Existing;
 		}
-		if (UK2Node_FunctionResult* Made = FBlueprintEditorUtils::FindOrCreateFunctionResultNode(Entry))
+		UK2Node_FunctionResult* Made = FBlueprintEditorUtils::FindOrCreateFunctionResultNode(Entry);
+		if (!Made)
 		{
-			return Made;
+			Made = AddTerminator<UK2Node_FunctionResult>(Graph, Entry);
 		}
-		return AddTerminator<UK2Node_FunctionResult>(Graph, Entry);
+		const UEdGraphSchema_K2* Schema = GetDefault<UEdGraphSchema_K2>();
+		UEdGraphPin* Then = Made && Entry ? Schema->FindExecutionPin(*Entry, EGPD_Output) : nullptr;
+		UEdGraphPin* Execute = Made ? Schema->FindExecutionPin(*Made, EGPD_Input) : nullptr;
+		if (Then && Execute && Then->LinkedTo.Num() == 0)
+		{
+			Schema->TryCreateConnection(Then, Execute);
+		}
+		return Made;
 	}
 
 	/**
@@ -177,19 +188,12 @@ namespace
 		}
 		TSharedPtr<FJsonObject> Parameters = MakeShared<FJsonObject>();
 		Parameters->SetStringField(ToolInfo::FieldName_Path, Path);
-		if (Names.Num() == 1)
+		TArray<TSharedPtr<FJsonValue>> Values;
+		for (const FString& Name : Names)
 		{
-			Parameters->SetStringField(ListField, Names[0]);
+			Values.Add(MakeShared<FJsonValueString>(Name));
 		}
-		else
-		{
-			TArray<TSharedPtr<FJsonValue>> Values;
-			for (const FString& Name : Names)
-			{
-				Values.Add(MakeShared<FJsonValueString>(Name));
-			}
-			Parameters->SetArrayField(ListField, Values);
-		}
+		Parameters->SetArrayField(ListField, Values);
 		Parameters->SetBoolField(TEXT("finalize_modifications"), true);
 		Result.TrackModification(ReadTool, Parameters);
 	}
