@@ -1,5 +1,6 @@
 #include "CalvornToolkitBlueprintModule.h"
 
+#include "BlueprintReadUtils.h"
 #include "CalvornToolkitModule.h"
 #include "Dom/JsonObject.h"
 #include "IToolExecutor.h"
@@ -12,6 +13,7 @@
 #include "Operations/BlueprintCompileOperation.h"
 #include "Operations/BlueprintCreateOperation.h"
 #include "Operations/BlueprintGraphCreateOperation.h"
+#include "Operations/BlueprintReadOperation.h"
 #include "Operations/BlueprintRemoveOperation.h"
 
 namespace
@@ -64,6 +66,26 @@ namespace
 	const TArray<FToolRow>& GetToolCatalogue()
 	{
 		static const TArray<FToolRow> Rows = {
+			ReadRow<FBlueprintReadSchemaOperation>(ToolInfo::ToolName_ReadBlueprintSchema, TEXT("schema"),
+				TEXT("Read comprehensive Blueprint schema including variables with types, components with classes, functions with signatures, interfaces with functions, event graphs with event nodes and signatures, timelines, delegates with parameters, and tags"), &FBlueprintReadUtils::ReadBlueprint),
+			ReadRow<FBlueprintVariableReadOperation>(ToolInfo::ToolName_ReadBlueprintVariable, TEXT("variable"),
+				TEXT("Read a specific Blueprint variable with full details including type, default value, category, replication settings, and metadata"), &FBlueprintReadUtils::ReadBlueprint),
+			ReadRow<FBlueprintComponentReadOperation>(ToolInfo::ToolName_ReadBlueprintComponent, TEXT("component"),
+				TEXT("Read a specific Blueprint component with full details including class, parent component, relative transform (location, rotation, scale), and hierarchy"), &FBlueprintReadUtils::ReadBlueprint),
+			ReadRow<FBlueprintFunctionReadOperation>(ToolInfo::ToolName_ReadBlueprintFunction, TEXT("function"),
+				TEXT("Read a specific Blueprint function with full details including inputs, outputs, category, access specifier, and metadata"), &FBlueprintReadUtils::ReadBlueprint),
+			ReadRow<FBlueprintInterfaceReadOperation>(ToolInfo::ToolName_ReadBlueprintInterface, TEXT("interface"),
+				TEXT("Read a specific Blueprint interface with full details including interface name, class path, and complete graph serialization with nodes and connections"), &FBlueprintReadUtils::ReadBlueprint),
+			ReadRow<FBlueprintEventReadOperation>(ToolInfo::ToolName_ReadBlueprintEvent, TEXT("event"),
+				TEXT("Read a specific Blueprint event from an event graph with full details including event node, inputs, outputs, and connections"), &FBlueprintReadUtils::ReadBlueprint),
+			ReadRow<FBlueprintTimelineReadOperation>(ToolInfo::ToolName_ReadBlueprintTimeline, TEXT("timeline"),
+				TEXT("Read a specific Blueprint timeline with comprehensive details including all track types (float, vector, event, color) with curve paths, external curve names, length mode, and playback settings"), &FBlueprintReadUtils::ReadBlueprint),
+			ReadRow<FBlueprintDelegateReadOperation>(ToolInfo::ToolName_ReadBlueprintDelegate, TEXT("delegate"),
+				TEXT("Read a specific Blueprint delegate graph with full details including delegate name and parameter signatures"), &FBlueprintReadUtils::ReadBlueprint),
+			ReadRow<FBlueprintMacroReadOperation>(ToolInfo::ToolName_ReadBlueprintMacro, TEXT("macro"),
+				TEXT("Read a specific Blueprint macro with full details including macro graph with nodes, connections, inputs, and outputs"), &FBlueprintReadUtils::ReadBlueprint),
+			ReadRow<FWidgetBlueprintWidgetTreeReadOperation>(ToolInfo::ToolName_ReadBlueprintWidgetTree, TEXT("widget_tree"),
+				TEXT("Read Widget Blueprint widget tree. Returns widget_hierarchy (lightweight skeleton with names, classes, is_variable, and children structure) and optionally widgets dict with full details (properties, slots) for specific widget(s) if name parameter is provided."), &FBlueprintReadUtils::ReadBlueprint),
 			ChangeRow<FBlueprintGraphCreateOperation>(ToolInfo::ToolName_BPCreateGraph, TEXT("modify"),
 				TEXT("[INTERNAL TOOL] Create or configure Blueprint functions and delegate signatures (no node operations). Accepts batched 'functions' array with optional parameters/return_type metadata. Use with bp_populate_graph for node/connection workflows to maintain separation of concerns.")),
 			ChangeRow<FBlueprintCreateOperation>(ToolInfo::ToolName_BPCreateAsset, TEXT("create"),

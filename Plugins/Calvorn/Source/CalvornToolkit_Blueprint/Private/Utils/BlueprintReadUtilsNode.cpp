@@ -1,0 +1,210 @@
+#include "BlueprintReadUtils.h"
+#include "BlueprintReadUtilsPrivate.h"
+
+#include "EdGraph/EdGraph.h"
+#include "EdGraph/EdGraphNode.h"
+#include "EdGraph/EdGraphPin.h"
+#include "K2Node.h"
+#include "K2Node_CallFunction.h"
+#include "K2Node_Composite.h"
+#include "K2Node_Event.h"
+#include "K2Node_Literal.h"
+#include "K2Node_VariableGet.h"
+#include "K2Node_VariableSet.h"
+
+using namespace UE::CalvornBlueprint::ReadPrivate;
+
+namespace
+{
+	/** "<key>": name of the reference's parent class, written only when the reference names a class. */
+	void WriteMemberParentClass(FJsonObject& Properties, const TCHAR* Key, const FMemberReference& Reference)
+	{
+		if (const UClass* ParentClass = Reference.GetMemberParentClass())
+		{
+			Properties.SetStringField(Key, ParentClass->GetName());
+		}
+	}
+
+	void WriteVariableProperties(FJsonObject& Properties, const UK2Node_Variable& Node)
+	{
+		Properties.SetStringField(TEXT("variable_name"), Node.VariableReference.GetMemberName().ToString());
+		WriteMemberParentClass(Properties, TEXT("variable_scope"), Node.VariableReference);
+	}
+
+	/** What a node of a known kind adds under "properties"; the first kind the node is decides. */
+	void WriteKindProperties(FJsonObject& Properties, const UEdGraphNode* Node, const FString& MenuTitle, const TSharedPtr<FJsonObject>& Options, int32 Depth, TSet<const UEdGraph*>& VisitedGraphs)
+	{
+		if (const UK2Node_VariableGet* VariableGet = Cast<UK2Node_VariableGet>(Node))
+		{
+			WriteVariableProperties(Properties, *VariableGet);
+			return;
+		}
+		if (const UK2Node_VariableSet* VariableSet = Cast<UK2Node_VariableSet>(Node))
+		{
+			WriteVariableProperties(Properties, *VariableSet);
+			return;
+		}
+		if (const UK2Node_CallFunction* CallFunction = Cast<UK2Node_CallFunction>(Node))
+		{
+			Properties.SetStringField(TEXT("function_name"), CallFunction->GetFunctionName().ToString());
+			WriteMemberParentClass(Properties, TEXT("function_class"), CallFunction->FunctionReference);
+			Properties.SetBoolField(TEXT("is_pure"), CallFunction->IsNodePure());
+			return;
+		}
+		if (const UK2Node_Event* Event = Cast<UK2Node_Event>(Node))
+		{
+			Properties.SetStringField(TEXT("node_title"), MenuTitle);
+			WriteMemberParentClass(Properties, TEXT("event_class"), Event->EventReference);
+			return;
+		}
+		if (const UK2Node_Literal* Literal = Cast<UK2Node_Literal>(Node))
+		{
+			if (const UEdGraphPin* ValuePin = Literal->GetValuePin())
+			{
+				Properties.SetStringField(TEXT("value"), ValuePin->GetDefaultAsString());
+			}
+			return;
+		}
+		if (WriteAnimationNodeProperties(Properties, Node, Options, Depth, VisitedGraphs))
+		{
+			return;
+		}
+		if (const UK2Node_Composite* Composite = Cast<UK2Node_Composite>(Node))
+		{
+			// Written even when the composite has no graph, so the kind shows.
+			TSharedPtr<FJsonObject> CompositeInfo = MakeShared<FJsonObject>();
+			WriteBoundGraphBlock(*CompositeInfo, Composite->BoundGraph, Options, Depth, VisitedGraphs);
+			Properties.SetObjectField(TEXT("composite_info"), CompositeInfo);
+		}
+	}
+}
+
+FString FBlueprintReadUtils::GetShortGuid(const FGuid& Guid)
+{
+	// The digits form prints A first as eight upper-case hex digits, so its first seven are A's top 28 bits.
+	return FString::Printf(TEXT("%07X"), Guid.A >> 4);
+}
+
+void FBlueprintReadUtils::ExtractTitleTargetClass(const FString& Title, FString& OutClass)
+{
+	static const FString Phrase(TEXT("Target is "));
+	const int32 Found = Title.Find(Phrase, ESearchCase::IgnoreCase);
+	OutClass = Found == INDEX_NONE ? FString() : Title.RightChop(Found + Phrase.Len());
+}
+
+TSharedPtr<FJsonObject> FBlueprintReadUtils::ReadNodeInfo(const UEdGraphNode* Node, TSharedPtr<FJsonObject> Options, int32 Depth, TSet<const UEdGraph*>& VisitedGraphs)
+{
+	if (!Node)
+	{
+		return nullptr;
+	}
+
+	TSharedPtr<FJsonObject> NodeObject = MakeShared<FJsonObject>();
+	FString MenuTitle = GetNodeTitleString(Node, ENodeTitleType::MenuTitle);
+	FString FullTitle = GetNodeTitleString(Node, ENodeTitleType::FullTitle);
+
+	// The target class is worked out the way the editor shows it, first from the title and then from the
+	// tooltip; no key carries it, since the full title already holds the phrase for a client that wants it.
+	FString TargetClass;
+	ExtractTitleTargetClass(FullTitle, TargetClass);
+	if (TargetClass.IsEmpty())
+	{
+		ExtractTitleTargetClass(Node->GetTooltipText().ToString(), TargetClass);
+	}
+
+	NodeObject->SetStringField(TEXT("menu_title"), MenuTitle);
+	NodeObject->SetStringField(TEXT("full_title"), MoveTemp(FullTitle));
+	if (const UK2Node* K2Node = Cast<UK2Node>(Node))
+	{
+		NodeObject->SetStringField(TEXT("menu_category"), K2Node->GetMenuCategory().ToString());
+	}
+	NodeObject->SetStringField(TEXT("class_name"), Node->GetClass()->GetName());
+	NodeObject->SetStringField(TEXT("node_guid"), GetShortGuid(Node->NodeGuid));
+	NodeObject->SetNumberField(TEXT("pos_x"), Node->NodePosX);
+	NodeObject->SetNumberField(TEXT("pos_y"), Node->NodePosY);
+	if (!Node->NodeComment.IsEmpty())
+	{
+		NodeObject->SetStringField(TEXT("comment"), Node->NodeComment);
+	}
+
+	TSharedPtr<FJsonObject> Properties = MakeShared<FJsonObject>();
+	WriteKindProperties(*Properties, Node, MenuTitle, Options, Depth, VisitedGraphs);
+	NodeObject->SetObjectField(TEXT("properties"), Properties);
+	return NodeObject;
+}
+
+TSharedPtr<FJsonObject> FBlueprintReadUtils::ReadPinInfo(const UEdGraphPin* Pin, const TSet<const UEdGraphNode*>* Nodes)
+{
+	if (!Pin)
+	{
+		return nullptr;
+	}
+
+	TSharedPtr<FJsonObject> PinObject = MakeShared<FJsonObject>();
+	PinObject->SetStringField(TEXT("name"), Pin->PinName.ToString());
+	PinObject->SetStringField(TEXT("value"), Pin->DefaultValue);
+	PinObject->SetStringField(TEXT("direction"), Pin->Direction == EGPD_Input ? TEXT("Input") : TEXT("Output"));
+	PinObject->SetObjectField(TEXT("type"), PinTypeToJson(Pin->PinType));
+
+	TArray<TSharedPtr<FJsonValue>> Connections;
+	for (const UEdGraphPin* Linked : Pin->LinkedTo)
+	{
+		const UEdGraphNode* LinkedNode = Linked ? Linked->GetOwningNodeUnchecked() : nullptr;
+		if (!LinkedNode)
+		{
+			continue;
+		}
+		TSharedPtr<FJsonObject> Connection = MakeShared<FJsonObject>();
+		Connection->SetStringField(TEXT("node_title"), GetNodeTitleString(LinkedNode, ENodeTitleType::MenuTitle));
+		Connection->SetStringField(TEXT("node_guid"), GetShortGuid(LinkedNode->NodeGuid));
+		Connection->SetStringField(TEXT("pin_name"), Linked->PinName.ToString());
+		Connections.Add(MakeValue(Connection));
+	}
+	if (Connections.Num() > 0)
+	{
+		PinObject->SetArrayField(TEXT("connections"), MoveTemp(Connections));
+	}
+	return PinObject;
+}
+
+namespace UE::CalvornBlueprint::ReadPrivate
+{
+	TSharedPtr<FJsonObject> ReadNestedGraph(const UEdGraph* Graph, const TSharedPtr<FJsonObject>& Options, int32 Depth, const TSet<const UEdGraph*>& VisitedGraphs)
+	{
+		// A copy of the path for this one read, so what one nested graph marks never hides a graph from its siblings.
+		TSet<const UEdGraph*> PathCopy = VisitedGraphs;
+		return FBlueprintReadUtils::ReadEdGraph(Graph, Options, Depth + 1, PathCopy);
+	}
+
+	void WriteBoundGraphBlock(FJsonObject& Info, const UEdGraph* BoundGraph, const TSharedPtr<FJsonObject>& Options, int32 Depth, const TSet<const UEdGraph*>& VisitedGraphs)
+	{
+		if (!BoundGraph)
+		{
+			return;
+		}
+		Info.SetStringField(TEXT("bound_graph_name"), BoundGraph->GetName());
+		Info.SetStringField(TEXT("bound_graph_class"), BoundGraph->GetClass()->GetName());
+		Info.SetObjectField(TEXT("bound_graph"), ReadNestedGraph(BoundGraph, Options, Depth, VisitedGraphs));
+		Info.SetNumberField(TEXT("bound_graph_depth"), Depth + 1);
+	}
+
+	TSharedPtr<FJsonObject> ReadNodeWithPins(const UEdGraphNode* Node, const TSharedPtr<FJsonObject>& Options, int32 Depth, TSet<const UEdGraph*>& VisitedGraphs, const TSet<const UEdGraphNode*>* FlowNodes)
+	{
+		TSharedPtr<FJsonObject> NodeObject = FBlueprintReadUtils::ReadNodeInfo(Node, Options, Depth, VisitedGraphs);
+		if (!NodeObject)
+		{
+			return nullptr;
+		}
+		TArray<TSharedPtr<FJsonValue>> PinValues;
+		PinValues.Reserve(Node->Pins.Num());
+		for (const UEdGraphPin* Pin : Node->Pins)
+		{
+			if (TSharedPtr<FJsonObject> PinObject = FBlueprintReadUtils::ReadPinInfo(Pin, FlowNodes))
+			{
+				PinValues.Add(MakeValue(PinObject));
+			}
+		}
+		NodeObject->SetArrayField(TEXT("pins"), MoveTemp(PinValues));
+		return NodeObject;
+	}
+}

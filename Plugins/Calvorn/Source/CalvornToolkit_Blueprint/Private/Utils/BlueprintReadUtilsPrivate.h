@@ -1,0 +1,65 @@
+#pragma once
+
+#include "CoreMinimal.h"
+#include "Dom/JsonObject.h"
+#include "Dom/JsonValue.h"
+
+class UEdGraph;
+class UEdGraphNode;
+struct FEdGraphPinType;
+
+/** Helpers the reader files share; not part of the module's interface. */
+namespace UE::CalvornBlueprint::ReadPrivate
+{
+	/** The request's read tool, or false when the field is missing or not a string. */
+	bool TryGetReadTool(const TSharedPtr<FJsonObject>& Options, FString& OutReadTool);
+
+	/** Whether the request's read tool is ToolName (ignoring case); false without a read tool. */
+	bool IsReadTool(const TSharedPtr<FJsonObject>& Options, const TCHAR* ToolName);
+
+	/** The request's "finalize_modifications", false when absent or not a bool. */
+	bool IsFinalizeRead(const TSharedPtr<FJsonObject>& Options);
+
+	/** The word a status entry carries for an item asked for and not found. */
+	const TCHAR* GetMissingStatusWord(bool bFinalizeRead);
+
+	/** "Missing required field '<Field>'". */
+	FString MissingFieldMessage(const TCHAR* FieldName);
+
+	/** The pin type in the shared pin type JSON of every tool. */
+	TSharedPtr<FJsonObject> PinTypeToJson(const FEdGraphPinType& PinType);
+
+	/** The name of the graph's schema class, or "Unknown" when the graph has none. */
+	FString GetSchemaClassName(const UEdGraph* Graph);
+
+	/** The node's title of that kind, as text. */
+	FString GetNodeTitleString(const UEdGraphNode* Node, int32 TitleType);
+
+	/** Reads a node and appends its "pins", as both the graph and the event flow readers write nodes. */
+	TSharedPtr<FJsonObject> ReadNodeWithPins(const UEdGraphNode* Node, const TSharedPtr<FJsonObject>& Options, int32 Depth, TSet<const UEdGraph*>& VisitedGraphs, const TSet<const UEdGraphNode*>* FlowNodes);
+
+	/**
+	 * The four keys of a graph a node owns ("bound_graph_name", "bound_graph_class", "bound_graph",
+	 * "bound_graph_depth"), read one level below the node; nothing for a null graph.
+	 */
+	void WriteBoundGraphBlock(FJsonObject& Info, const UEdGraph* BoundGraph, const TSharedPtr<FJsonObject>& Options, int32 Depth, const TSet<const UEdGraph*>& VisitedGraphs);
+
+	/** A read of a nested graph one level below Depth, with its own copy of the path. */
+	TSharedPtr<FJsonObject> ReadNestedGraph(const UEdGraph* Graph, const TSharedPtr<FJsonObject>& Options, int32 Depth, const TSet<const UEdGraph*>& VisitedGraphs);
+
+	/** The "properties" of state machines, states, conduits, aliases and transitions; false for any other node. */
+	bool WriteAnimationNodeProperties(FJsonObject& Properties, const UEdGraphNode* Node, const TSharedPtr<FJsonObject>& Options, int32 Depth, TSet<const UEdGraph*>& VisitedGraphs);
+
+	/** "state_machine_info" of a state machine graph; nothing for any other graph. */
+	void WriteStateMachineGraphInfo(FJsonObject& GraphObject, const UEdGraph* Graph);
+
+	inline TSharedPtr<FJsonValue> MakeValue(const TSharedPtr<FJsonObject>& Object)
+	{
+		return MakeShared<FJsonValueObject>(Object);
+	}
+
+	inline TSharedPtr<FJsonValue> MakeValue(const FString& Text)
+	{
+		return MakeShared<FJsonValueString>(Text);
+	}
+}
