@@ -102,6 +102,15 @@ public:
 	/** Parameters marked required (UPARAM(Required)), which must be linked. */
 	static UE_API TSet<FName> GetRequiredParamNames(const UFunction* ForFunction);
 
+	/**
+	 * Gives the pins of each SetParam group, and a MapParam map with its key and value pins, the type of the first
+	 * of them that is wired or holds a value; with none, they are wildcards again.
+	 */
+	UE_API void ConformContainerPins();
+
+	/** CustomStructureParam pins take the type of what they are wired to, or are wildcards (SinglePin: just that one). */
+	UE_API void UpdateCustomStructurePins(UEdGraphPin* SinglePin = nullptr);
+
 	/** The class input named by DeterminesOutputType metadata, or null. */
 	UE_API UEdGraphPin* GetTypePickerPin() const;
 

@@ -81,3 +81,35 @@ TEST_F(NodesACallArray, AnItemWiredFirstTypesTheArray)
 	EXPECT_TRUE(UK2Node_CallArrayFunction::IsWildcardProperty(Add->GetTargetFunction(), Add->GetTargetFunction()->FindPropertyByName(TEXT("NewItem"))));
 	EXPECT_FALSE(UK2Node_CallArrayFunction::IsWildcardProperty(Add->GetTargetFunction(), Add->GetTargetFunction()->GetReturnProperty()));
 }
+
+TEST_F(NodesACallArray, SetAndMapFunctionsShareTheirElementTypes)
+{
+	MakeBlueprint(FindClass(ActorPath));
+	const UEdGraphSchema_K2* Schema = GetDefault<UEdGraphSchema_K2>();
+	auto PlaceCall = [this](const TCHAR* ClassPath, const TCHAR* Name)
+	{
+		UFunction* Function = FindFunction(ClassPath, Name);
+		EXPECT_NE(Function, nullptr) << U8(FString(Name));
+		return Place<UK2Node_CallFunction>(EventGraph, [Function](UK2Node_CallFunction& Node) { Node.SetFromFunction(Function); });
+	};
+	UK2Node_CallFunction* SetAdd = PlaceCall(TEXT("/Script/Engine.BlueprintSetLibrary"), TEXT("Set_Add"));
+	EXPECT_EQ(DescribePins(SetAdd), "execute:in:exec, then:out:exec, self:in:object (hidden), TargetSet:in:wildcard, NewItem:in:wildcard");
+	UK2Node_CallFunction* Name = PlaceCall(TEXT("/Script/Engine.KismetSystemLibrary"), TEXT("GetDisplayName"));
+	ASSERT_TRUE(Schema->TryCreateConnection(Name->GetReturnValuePin(), SetAdd->FindPinChecked(TEXT("NewItem"))));
+	EXPECT_EQ(U8(SetAdd->FindPinChecked(TEXT("TargetSet"))->PinType.PinCategory), "string");
+	EXPECT_TRUE(SetAdd->FindPinChecked(TEXT("TargetSet"))->PinType.IsSet());
+	Schema->BreakPinLinks(*SetAdd->FindPinChecked(TEXT("NewItem")), true);
+	EXPECT_EQ(U8(SetAdd->FindPinChecked(TEXT("TargetSet"))->PinType.PinCategory), "wildcard");
+
+	UK2Node_CallFunction* MapAdd = PlaceCall(TEXT("/Script/Engine.BlueprintMapLibrary"), TEXT("Map_Add"));
+	const UEdGraphPin* TargetMap = MapAdd->FindPinChecked(TEXT("TargetMap"));
+	EXPECT_TRUE(TargetMap->PinType.IsMap());
+	EXPECT_EQ(U8(TargetMap->PinType.PinCategory), "wildcard");
+	ASSERT_TRUE(Schema->TryCreateConnection(Name->GetReturnValuePin(), MapAdd->FindPinChecked(TEXT("Key"))));
+	EXPECT_EQ(U8(TargetMap->PinType.PinCategory), "string");
+	EXPECT_EQ(U8(TargetMap->PinType.PinValueType.TerminalCategory), "wildcard");
+	UK2Node_CallFunction* Valid = PlaceCall(TEXT("/Script/Engine.KismetSystemLibrary"), TEXT("IsValid"));
+	ASSERT_TRUE(Schema->TryCreateConnection(Valid->GetReturnValuePin(), MapAdd->FindPinChecked(TEXT("Value"))));
+	EXPECT_EQ(U8(TargetMap->PinType.PinValueType.TerminalCategory), "bool");
+	EXPECT_EQ(U8(MapAdd->FindPinChecked(TEXT("Value"))->PinType.PinCategory), "bool");
+}
