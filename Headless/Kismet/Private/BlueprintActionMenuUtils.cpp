@@ -1,11 +1,15 @@
 #include "BlueprintActionMenuUtils.h"
 #include "BlueprintActionFilter.h"
 #include "BlueprintActionMenuBuilder.h"
+#include "BlueprintActionMenuItem.h"
+#include "BlueprintNodeSpawner.h"
 #include "EdGraph/EdGraph.h"
 #include "EdGraph/EdGraphNode_Comment.h"
 #include "EdGraph/EdGraphPin.h"
 #include "EdGraphSchema_K2.h"
 #include "Engine/Blueprint.h"
+#include "K2Node_Timeline.h"
+#include "Kismet2/BlueprintEditorUtils.h"
 
 namespace
 {
@@ -39,6 +43,70 @@ namespace
 		}
 		using FEdGraphSchemaAction::PerformAction;
 	};
+
+	/**
+	 * "Add Timeline...": a timeline node needs its template made in the Blueprint, which only the editor
+	 * utilities can do, so this one spawner lives here rather than in the database.
+	 */
+	UBlueprintNodeSpawner* GetTimelineSpawner()
+	{
+		static UBlueprintNodeSpawner* Spawner = nullptr;
+		if (Spawner)
+		{
+			return Spawner;
+		}
+		auto MakeTimeline = [](UEdGraphNode* NewNode, bool bIsTemplate)
+		{
+			UK2Node_Timeline* Timeline = Cast<UK2Node_Timeline>(NewNode);
+			UBlueprint* Blueprint = Timeline ? FBlueprintEditorUtils::FindBlueprintForNode(Timeline) : nullptr;
+			if (bIsTemplate || !Blueprint)
+			{
+				return;
+			}
+			// "Timeline_0", "Timeline_1"...: the first name no member, graph or timeline of the Blueprint uses.
+			for (int32 Index = 0;; ++Index)
+			{
+				const FString Candidate = FString::Printf(TEXT("Timeline_%d"), Index);
+				if (FBlueprintEditorUtils::FindUniqueKismetName(Blueprint, Candidate) == FName(*Candidate))
+				{
+					Timeline->TimelineName = FName(*Candidate);
+					break;
+				}
+			}
+			FBlueprintEditorUtils::AddNewTimeline(Blueprint, Timeline->TimelineName);
+		};
+		Spawner = UBlueprintNodeSpawner::Create(UK2Node_Timeline::StaticClass(), nullptr, UBlueprintNodeSpawner::FCustomizeNodeDelegate::CreateLambda(MakeTimeline));
+		Spawner->DefaultMenuSignature.MenuName = FText::FromString(TEXT("Add Timeline..."));
+		Spawner->DefaultMenuSignature.Tooltip = FText::FromString(TEXT("Adds a timeline that plays keyframed values over time."));
+		Spawner->DefaultMenuSignature.Keywords = FText::FromString(TEXT("timeline curve"));
+		Spawner->AddToRoot();
+		return Spawner;
+	}
+
+	/** Timelines play in event graphs of Blueprints that can hold them. */
+	bool CanAddTimeline(const FBlueprintActionContext& Context)
+	{
+		if (Context.Blueprints.Num() == 0 || Context.Graphs.Num() == 0)
+		{
+			return false;
+		}
+		for (const UBlueprint* Blueprint : Context.Blueprints)
+		{
+			if (!Blueprint || !FBlueprintEditorUtils::DoesSupportTimelines(Blueprint))
+			{
+				return false;
+			}
+		}
+		for (const UEdGraph* Graph : Context.Graphs)
+		{
+			const UBlueprint* Blueprint = FBlueprintEditorUtils::FindBlueprintForGraph(Graph);
+			if (!Blueprint || !Blueprint->UbergraphPages.Contains(Graph))
+			{
+				return false;
+			}
+		}
+		return true;
+	}
 
 	UClass* GetPinObjectClass(const UEdGraphPin* Pin)
 	{
@@ -115,6 +183,12 @@ void FBlueprintActionMenuUtils::MakeContextMenu(const FBlueprintActionContext& C
 	MenuOut.Empty();
 	MenuOut.AddMenuSection(MainMenuFilter, FText::GetEmpty(), MainMenuSectionGroup);
 	MenuOut.RebuildActionList();
+
+	if (CanAddTimeline(Context))
+	{
+		UBlueprintNodeSpawner* Timeline = GetTimelineSpawner();
+		MenuOut.AddAction(MakeShared<FBlueprintActionMenuItem>(Timeline, Timeline->DefaultMenuSignature, IBlueprintNodeBinder::FBindingSet(), FText(), MainMenuSectionGroup));
+	}
 
 	// A comment box fits any Blueprint graph.
 	bool bAllBlueprintGraphs = Context.Graphs.Num() > 0;

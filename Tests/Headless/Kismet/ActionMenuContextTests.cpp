@@ -5,6 +5,7 @@
 #include "K2Node_CustomEvent.h"
 #include "K2Node_DynamicCast.h"
 #include "K2Node_Event.h"
+#include "K2Node_Timeline.h"
 #include "K2Node_VariableGet.h"
 
 using namespace ActionMenuTest;
@@ -96,6 +97,7 @@ TEST_F(FActionMenuFixture, FunctionGraphMenuHoldsNoEventsOrLatentCalls)
 	EXPECT_EQ(FindRow(Rows, "Event BeginPlay"), nullptr);
 	EXPECT_EQ(FindRow(Rows, "Add Custom Event..."), nullptr);
 	EXPECT_EQ(FindRow(Rows, "Delay"), nullptr);
+	EXPECT_EQ(FindRow(Rows, "Add Timeline..."), nullptr);
 	// What a function may do is still there.
 	EXPECT_NE(FindRow(Rows, "Print String"), nullptr);
 	EXPECT_NE(FindRow(Rows, "Branch"), nullptr);
@@ -183,6 +185,13 @@ TEST_F(FActionMenuFixture, PerformingAnActionPlacesItsNodeWithItsPins)
 	EXPECT_NE(First, Second);
 	EXPECT_EQ(U8(First->CustomFunctionName), "CustomEvent");
 	EXPECT_EQ(U8(Second->CustomFunctionName), "CustomEvent_0");
+
+	// A timeline node comes with its template, named as the editor names new timelines.
+	UK2Node_Timeline* Timeline = Cast<UK2Node_Timeline>(FindRow(Rows, "Add Timeline...")->Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 800.0f)));
+	ASSERT_NE(Timeline, nullptr);
+	EXPECT_EQ(U8(Timeline->TimelineName), "Timeline_0");
+	EXPECT_NE(FBlueprintEditorUtils::FindTimelineTemplateByVariableName(Blueprint, Timeline->TimelineName), nullptr);
+	EXPECT_NE(Timeline->FindPin(FName(TEXT("Play"))), nullptr);
 
 	// The comment entry makes a comment box where the menu was opened.
 	UEdGraphNode* Comment = FindRow(Rows, "Add Comment...")->Action->PerformAction(Graph, nullptr, FVector2f(32.0f, 48.0f));
