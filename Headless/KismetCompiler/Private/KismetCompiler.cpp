@@ -8,6 +8,7 @@
 #include "Engine/SimpleConstructionScript.h"
 #include "Engine/TimelineTemplate.h"
 #include "K2Node.h"
+#include "K2Node_CallFunction.h"
 #include "K2Node_CustomEvent.h"
 #include "K2Node_EditablePinBase.h"
 #include "K2Node_Event.h"
@@ -929,6 +930,29 @@ void FKismetCompilerContext::ValidateNode(const UEdGraphNode* Node) const
 	for (const UEdGraphPin* Pin : Node->Pins)
 	{
 		ValidatePin(Pin);
+	}
+
+	// A member function called on nothing runs on the Blueprint itself, which must then be of the function's class.
+	if (const UK2Node_CallFunction* Call = Cast<UK2Node_CallFunction>(Node))
+	{
+		const UFunction* Function = Call->GetTargetFunction();
+		const UEdGraphPin* SelfPin = Schema->FindSelfPin(*Call, EGPD_Input);
+		if (Function && !Function->HasAnyFunctionFlags(FUNC_Static) && SelfPin && SelfPin->LinkedTo.Num() == 0 && !SelfPin->DefaultObject)
+		{
+			UClass* TargetClass = Cast<UClass>(SelfPin->PinType.PinSubCategoryObject.Get());
+			if (!TargetClass)
+			{
+				TargetClass = Function->GetOwnerClass();
+			}
+			const UClass* SelfClass = Blueprint->SkeletonGeneratedClass ? Blueprint->SkeletonGeneratedClass.Get() : Blueprint->ParentClass.Get();
+			const bool bSelfFits = SelfPin->PinType.PinSubCategory == UEdGraphSchema_K2::PSC_Self || !TargetClass
+				|| (SelfClass && (SelfClass->IsChildOf(TargetClass) || SelfClass->ImplementsInterface(TargetClass)));
+			if (!bSelfFits)
+			{
+				MessageLog.Error(*Fmt(TEXT("This blueprint (self) is not a {0}, therefore ' @@ ' must have a connection."),
+					FBlueprintEditorUtils::GetFriendlyClassDisplayName(TargetClass).ToString()), SelfPin);
+			}
+		}
 	}
 }
 

@@ -191,6 +191,14 @@ TEST_F(FCompiler, BrokenGraphsReportTheEditorsErrors)
 				Link(Add, TEXT("ReturnValue"), Print, TEXT("bPrintToScreen"));
 			},
 			"Can't connect pins ", BS_Error },
+		{ "member call on another class without a target",
+			[](FCompiler&, UBlueprint* BP)
+			{
+				UEdGraph* Graph = FBlueprintEditorUtils::FindEventGraph(BP);
+				UK2Node_CallFunction* Call = CallLibrary(Graph, TEXT("/Script/Engine.SceneComponent"), TEXT("K2_GetComponentLocation"));
+				ASSERT_NE(Call->GetTargetFunction(), nullptr);
+			},
+			"This blueprint (self) is not a ", BS_Error },
 		{ "value that does not suit its pin",
 			[](FCompiler&, UBlueprint* BP) { PrintString(FBlueprintEditorUtils::FindEventGraph(BP))->FindPin(TEXT("Duration"))->DefaultValue = TEXT("soon"); },
 			"The current value of the ' Duration ' pin is invalid:", BS_Error },
