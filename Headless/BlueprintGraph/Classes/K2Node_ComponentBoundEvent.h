@@ -30,7 +30,11 @@ public:
 	UE_API virtual FText GetNodeTitle(ENodeTitleType::Type TitleType) const override;
 	UE_API virtual FText GetTooltipText() const override;
 	UE_API virtual void ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const override;
+	UE_API virtual void ReconstructNode() override;
 	// End of UEdGraphNode interface
+
+	/** True while both the component variable and the delegate still exist. */
+	UE_API bool IsDelegateValid() const;
 
 	/** Binds the node to InDelegateProperty of the component held by InComponentProperty. */
 	UE_API void InitializeComponentBoundEventParams(const FObjectProperty* InComponentProperty, const FMulticastDelegateProperty* InDelegateProperty);

@@ -69,11 +69,32 @@ FText UK2Node_ComponentBoundEvent::GetTooltipText() const
 	return FText::FromName(DelegatePropertyName);
 }
 
+bool UK2Node_ComponentBoundEvent::IsDelegateValid() const
+{
+	// The component variable must still exist (not renamed or removed), and so must the delegate.
+	const UBlueprint* Blueprint = GetBlueprint();
+	const UClass* BlueprintClass = Blueprint ? (Blueprint->GeneratedClass ? Blueprint->GeneratedClass.Get() : GetBlueprintClassFromNode()) : nullptr;
+	return BlueprintClass && CastField<FObjectProperty>(BlueprintClass->FindPropertyByName(ComponentPropertyName)) && GetTargetDelegateProperty();
+}
+
+void UK2Node_ComponentBoundEvent::ReconstructNode()
+{
+	// The signature follows the delegate, which may have changed since the node was made.
+	if (const FMulticastDelegateProperty* Delegate = GetTargetDelegateProperty())
+	{
+		if (Delegate->SignatureFunction)
+		{
+			EventReference.SetFromField<UFunction>(Delegate->SignatureFunction, false);
+		}
+	}
+	Super::ReconstructNode();
+}
+
 void UK2Node_ComponentBoundEvent::ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const
 {
-	if (!GetTargetDelegateProperty())
+	if (!IsDelegateValid())
 	{
-		MessageLog.Warning(*FText::Format(LOCTEXT("ComponentBoundEvent_Error", "Failed to find a delegate named {0} for @@"), FText::FromName(DelegatePropertyName)).ToString(), this);
+		MessageLog.Warning(*LOCTEXT("ComponentBoundEvent_Error", "@@ does not have a valid matching component!").ToString(), this);
 	}
 	Super::ValidateNodeDuringCompilation(MessageLog);
 }

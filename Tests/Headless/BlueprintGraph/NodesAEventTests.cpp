@@ -240,6 +240,12 @@ TEST_F(NodesAEvents, ComponentBoundEventsNameTheDelegateAndComponent)
 	EXPECT_TRUE(Bound->bInternalEvent);
 	EXPECT_EQ(U8(Bound->CustomFunctionName), "BndEvt__BP_Door_Trigger_" + U8(Bound->GetName()) + "_ComponentBeginOverlapSignature__DelegateSignature");
 	EXPECT_EQ(Bound->GetTargetDelegateProperty(), Overlap);
+	// The Blueprint's class has no "Trigger" component variable (yet): the compiler is told.
+	EXPECT_FALSE(Bound->IsDelegateValid());
+	FCompilerResultsLog Log;
+	Bound->ValidateNodeDuringCompilation(Log);
+	EXPECT_EQ(Log.NumWarnings, 1);
+	EXPECT_NE(Messages(Log).find("does not have a valid matching component!"), std::string::npos) << Messages(Log);
 
 	FString FirstBytes;
 	ASSERT_NE(SaveAndReload(&FirstBytes), nullptr);
