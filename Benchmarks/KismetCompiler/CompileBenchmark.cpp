@@ -1,6 +1,7 @@
 // Full compiles of 50 Blueprints of 200 nodes each (function calls wired in chains, with pure math nodes
 // feeding them, ten member variables and two functions per Blueprint). The figure that matters is the time
-// per Blueprint ("ms_per_blueprint"); the target is under 20 ms. The project lives in a temporary folder
+// per Blueprint ("ms_per_blueprint", and "cpu_ms_per_blueprint" for the processor time, steadier on a shared
+// machine); the target is under 20 ms. Each compile rebuilds every node, as the editor does. The project lives in a temporary folder
 // removed at exit.
 
 #include "EdGraph/EdGraph.h"
@@ -25,6 +26,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <string>
 
@@ -175,6 +177,7 @@ namespace
 		int32 Nodes = 0;
 		int64 Compiles = 0;
 		const auto Start = std::chrono::steady_clock::now();
+		const std::clock_t CpuStart = std::clock();
 		for (auto _ : State)
 		{
 			Compiles += NumBlueprints;
@@ -186,6 +189,7 @@ namespace
 			}
 		}
 		const double ElapsedMs = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - Start).count();
+		const double CpuMs = 1000.0 * double(std::clock() - CpuStart) / CLOCKS_PER_SEC;
 		for (const UBlueprint* Blueprint : Blueprints)
 		{
 			TArray<UEdGraph*> Graphs;
@@ -202,7 +206,9 @@ namespace
 		}
 		State.counters["blueprints"] = NumBlueprints;
 		State.counters["nodes_per_blueprint"] = double(Nodes) / NumBlueprints;
+		// Wall time suffers when the machine is shared; processor time is the steadier figure.
 		State.counters["ms_per_blueprint"] = Compiles > 0 ? ElapsedMs / double(Compiles) : 0.0;
+		State.counters["cpu_ms_per_blueprint"] = Compiles > 0 ? CpuMs / double(Compiles) : 0.0;
 	}
 	BENCHMARK(BM_CompileBlueprints)->Unit(benchmark::kMillisecond);
 }

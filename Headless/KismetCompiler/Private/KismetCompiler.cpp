@@ -154,6 +154,7 @@ void FKismetCompilerContext::Compile()
 		bBuildingSkeleton = false;
 		if (bFullCompile)
 		{
+			ReconstructAllNodes();
 			BuildClass(FindOrMakeClass(false), false);
 			SetDefaultsOnClassObject();
 			ValidateGraphs();
@@ -775,6 +776,29 @@ void FKismetCompilerContext::BuildClass(UBlueprintGeneratedClass* Class, bool bS
 	Class->Bind();
 	Class->StaticLink(true);
 	RelinkDerivedClasses(Class);
+}
+
+void FKismetCompilerContext::ReconstructAllNodes()
+{
+	// Nodes are rebuilt against the fresh skeleton, as the editor does before it compiles, so that nodes
+	// placed before a member existed (or after it changed) show its current pins.
+	TArray<UEdGraph*> Graphs;
+	Blueprint->GetAllGraphs(Graphs);
+	for (UEdGraph* Graph : Graphs)
+	{
+		if (!Graph)
+		{
+			continue;
+		}
+		const TArray<TObjectPtr<UEdGraphNode>> Nodes = Graph->Nodes;
+		for (UEdGraphNode* Node : Nodes)
+		{
+			if (Cast<UK2Node>(Node))
+			{
+				Node->ReconstructNode();
+			}
+		}
+	}
 }
 
 void FKismetCompilerContext::RelinkDerivedClasses(UClass* Class)

@@ -58,6 +58,7 @@ private:
 	void AddParametersFromPins(FFunctionToBuild& Description, const UEdGraphNode* Node, EEdGraphPinDirection Direction, bool bResults) const;
 	void SetDefaultsOnClassObject();
 	void RelinkDerivedClasses(UClass* Class);
+	void ReconstructAllNodes();
 	void ValidateGraphs();
 	void ValidateGraph(const UEdGraph* Graph);
 

@@ -576,3 +576,19 @@ TEST_F(FCompiler, CompiledBlueprintsSaveAndLoad)
 	ASSERT_NE(Heal, nullptr);
 	EXPECT_EQ(U8(DescribeParams(Heal)), "Amount:IntProperty;");
 }
+
+TEST_F(FCompiler, NodesAreRebuiltAgainstTheMembersTheyUse)
+{
+	UBlueprint* Blueprint = MakeActorBlueprint();
+	UEdGraph* Graph = FBlueprintEditorUtils::FindEventGraph(Blueprint);
+	// Placed before the variable exists: the node cannot know its type yet.
+	UK2Node_VariableGet* Get = Place<UK2Node_VariableGet>(Graph, [](UK2Node_VariableGet& Node) { Node.VariableReference.SetSelfMember(TEXT("Score")); });
+	EXPECT_EQ(Get->FindPin(TEXT("Score")), nullptr);
+	ASSERT_TRUE(FBlueprintEditorUtils::AddMemberVariable(Blueprint, TEXT("Score"), PinType(UEdGraphSchema_K2::PC_Int)));
+	FCompilerResultsLog Log = CompileWithLog(Blueprint);
+	EXPECT_EQ(Messages(Log), "");
+	const UEdGraphPin* Pin = Get->FindPin(TEXT("Score"));
+	ASSERT_NE(Pin, nullptr);
+	EXPECT_EQ(Pin->PinType.PinCategory, UEdGraphSchema_K2::PC_Int);
+	EXPECT_EQ(Pin->Direction, EGPD_Output);
+}
