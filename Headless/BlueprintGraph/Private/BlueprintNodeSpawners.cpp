@@ -196,8 +196,9 @@ bool UBlueprintFunctionNodeSpawner::IsPromotableOperatorFunction(const UFunction
 		{
 			bHasReturn = true;
 		}
-		else if (It->HasAnyPropertyFlags(CPF_Parm) && !It->HasAnyPropertyFlags(CPF_OutParm))
+		else if (It->HasAnyPropertyFlags(CPF_Parm) && (!It->HasAnyPropertyFlags(CPF_OutParm) || It->HasAnyPropertyFlags(CPF_ReferenceParm)))
 		{
+			// Operands passed by const reference count as inputs too.
 			++NumInputs;
 		}
 	}

@@ -163,6 +163,14 @@ TEST_F(FActionMenuSpawnerTest, FunctionSpawnersDescribeTheCallAsTheMenuShowsIt)
 	UFunction* AddDouble = FindFunction(TEXT("/Script/Engine.KismetMathLibrary"), TEXT("Add_DoubleDouble"));
 	ASSERT_NE(AddDouble, nullptr);
 	EXPECT_EQ(UBlueprintFunctionNodeSpawner::Create(AddInt), UBlueprintFunctionNodeSpawner::Create(AddDouble));
+	// Struct operands come by const reference and fold into the same operator.
+	UFunction* AddVector4 = FindFunction(TEXT("/Script/Engine.KismetMathLibrary"), TEXT("Add_Vector4Vector4"));
+	ASSERT_NE(AddVector4, nullptr);
+	EXPECT_EQ(UBlueprintFunctionNodeSpawner::Create(AddVector4), UBlueprintFunctionNodeSpawner::Create(AddInt));
+	// A commutative operator that is not one of the promotable ones keeps its own node.
+	UFunction* BooleanAnd = FindFunction(TEXT("/Script/Engine.KismetMathLibrary"), TEXT("BooleanAND"));
+	ASSERT_NE(BooleanAnd, nullptr);
+	EXPECT_EQ(::U8(UBlueprintFunctionNodeSpawner::Create(BooleanAnd)->NodeClass->GetName()), "K2Node_CommutativeAssociativeBinaryOperator");
 	UFunction* Print = FindFunction(TEXT("/Script/Engine.KismetSystemLibrary"), TEXT("PrintString"));
 	EXPECT_EQ(UBlueprintFunctionNodeSpawner::Create(Print)->GetFunction(), Print);
 	EXPECT_EQ(UBlueprintFunctionNodeSpawner::Create(nullptr), nullptr);
