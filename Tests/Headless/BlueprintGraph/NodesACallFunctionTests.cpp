@@ -323,3 +323,27 @@ TEST_F(NodesACallFunction, CallsOfTheBlueprintsOwnFunctionsTargetSelf)
 	EXPECT_EQ(MissingLog.NumErrors, 1);
 	EXPECT_EQ(Messages(MissingLog).rfind("Could not find a function named \"OpenDoor\" in 'BP_Test'.", 0), 0u) << Messages(MissingLog);
 }
+
+TEST_F(NodesACallFunction, ParentCallsNameTheParentsFunction)
+{
+	MakeBlueprint(FindClass(ActorPath));
+	UFunction* BeginPlay = FindFunction(ActorPath, TEXT("ReceiveBeginPlay"));
+	UFunction* Tick = FindFunction(ActorPath, TEXT("ReceiveTick"));
+	ASSERT_TRUE(BeginPlay && Tick);
+	UK2Node_CallParentFunction* ParentBeginPlay = Place<UK2Node_CallParentFunction>(EventGraph, [BeginPlay](UK2Node_CallParentFunction& Node) { Node.SetFromFunction(BeginPlay); });
+	// Never self: the call must reach the parent's version, not this Blueprint's override.
+	EXPECT_FALSE(ParentBeginPlay->FunctionReference.IsSelfContext());
+	EXPECT_EQ(ParentBeginPlay->FunctionReference.GetMemberParentClass(), FindClass(ActorPath));
+	EXPECT_EQ(DescribePins(ParentBeginPlay), "execute:in:exec, then:out:exec, self:in:object (hidden)");
+	EXPECT_EQ(U8(ParentBeginPlay->GetNodeTitle(ENodeTitleType::FullTitle)), "Parent: BeginPlay");
+	UK2Node_CallParentFunction* ParentTick = Place<UK2Node_CallParentFunction>(EventGraph, [Tick](UK2Node_CallParentFunction& Node) { Node.SetFromFunction(Tick); });
+	EXPECT_EQ(DescribePins(ParentTick), "execute:in:exec, then:out:exec, self:in:object (hidden), DeltaSeconds:in:real/float");
+	EXPECT_EQ(U8(ParentTick->GetNodeTitle(ENodeTitleType::MenuTitle)), "Parent: Tick");
+
+	FString FirstBytes;
+	ASSERT_NE(SaveAndReload(&FirstBytes), nullptr);
+	UK2Node_CallParentFunction* Loaded = Cast<UK2Node_CallParentFunction>(EventGraph->Nodes[1]);
+	ASSERT_NE(Loaded, nullptr);
+	EXPECT_EQ(Loaded->GetTargetFunction(), Tick);
+	EXPECT_EQ(SaveAgainBytes(), FirstBytes);
+}
