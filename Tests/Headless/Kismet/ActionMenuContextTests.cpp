@@ -7,6 +7,7 @@
 #include "K2Node_Event.h"
 #include "K2Node_Timeline.h"
 #include "K2Node_VariableGet.h"
+#include "WidgetBlueprint.h"
 
 using namespace ActionMenuTest;
 
@@ -300,4 +301,34 @@ TEST_F(FActionMenuFixture, ContextSensitiveMenuKeepsToItsTargetClasses)
 	const std::vector<FMenuRow> NoLibraries = Build(EContextTargetFlags::TARGET_Blueprint);
 	EXPECT_EQ(FindRow(NoLibraries, "Print String"), nullptr);
 	EXPECT_NE(FindRow(NoLibraries, "Get Actor Location"), nullptr);
+}
+
+TEST_F(FActionMenuFixture, WidgetEventGraphOffersTheWidgetsEvents)
+{
+	UBlueprint* Widget = Create(EditorTest::FindClass(TEXT("/Script/UMG.UserWidget")), TEXT("WBP_Menu"), BPTYPE_Normal, UWidgetBlueprint::StaticClass());
+	ASSERT_NE(Widget, nullptr);
+	ASSERT_NE(EventGraphOf(Widget), nullptr);
+	const std::vector<FMenuRow> Rows = MenuFor(Widget, EventGraphOf(Widget));
+
+	const FExpectedEntry Expected[] = {
+		{"Event Construct", "Add Event|User Interface", "FBlueprintActionMenuItem", "K2Node_Event"},
+		{"Event Pre Construct", "Add Event|User Interface", "FBlueprintActionMenuItem", "K2Node_Event"},
+		{"Print String", "Development", "FBlueprintActionMenuItem", "K2Node_CallFunction"},
+		{"Branch", "Utilities|Flow Control", "FBlueprintActionMenuItem", "K2Node_IfThenElse"},
+	};
+	for (const FExpectedEntry& Entry : Expected)
+	{
+		SCOPED_TRACE(Entry.Title);
+		const FMenuRow* Row = FindRow(Rows, Entry.Title, Entry.Category);
+		ASSERT_NE(Row, nullptr);
+		EXPECT_EQ(Row->NodeClass, Entry.NodeClass);
+	}
+	// An Actor's events and timelines are not a widget's.
+	EXPECT_EQ(FindRow(Rows, "Event BeginPlay"), nullptr);
+	EXPECT_EQ(FindRow(Rows, "Event ActorBeginOverlap"), nullptr);
+	EXPECT_EQ(FindRow(Rows, "Add Timeline..."), nullptr);
+
+	UEdGraphNode* Construct = FindRow(Rows, "Event Construct")->Action->PerformAction(EventGraphOf(Widget), nullptr, FVector2f(0.0f, 0.0f));
+	ASSERT_NE(Cast<UK2Node_Event>(Construct), nullptr);
+	EXPECT_EQ(U8(Cast<UK2Node_Event>(Construct)->EventReference.GetMemberName()), "Construct");
 }
