@@ -46,6 +46,13 @@ public:
 	/** "Blueprint: <name>\nPath: <path>\nParent Class: <class>\nBlueprint Type: <type>". */
 	[[nodiscard]] static FString GetBlueprintDescription(UBlueprint* Blueprint);
 
+	/**
+	 * Whether Name is free for a new member variable of the Blueprint. Each refusal is a warning naming
+	 * what holds the name already (a variable, a function, a component, a property of the parent class),
+	 * or the editor's reason for a name it does not accept (too long, invalid characters, in use).
+	 */
+	static bool VerifyBlueprintVariableName(UBlueprint* Blueprint, const FString& Name, Calvorn::FToolResult& Result);
+
 	/** Every node of the Blueprint's construction script, depth first (a node, then its children); empty without one. */
 	[[nodiscard]] static TArray<USCS_Node*> GetBlueprintComponentsFromSCS(UBlueprint* Blueprint);
 

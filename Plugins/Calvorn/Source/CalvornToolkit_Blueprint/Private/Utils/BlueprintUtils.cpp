@@ -8,6 +8,7 @@
 #include "Engine/SCS_Node.h"
 #include "Engine/SimpleConstructionScript.h"
 #include "Misc/PackageName.h"
+#include "Kismet2/Kismet2NameValidators.h"
 #include "Modules/ModuleManager.h"
 #include "SafeAssetLoader.h"
 #include "Templates/Casts.h"
@@ -160,6 +161,55 @@ FString FBlueprintUtils::GetBlueprintDescription(UBlueprint* Blueprint)
 	const UClass* Parent = Blueprint->ParentClass.Get();
 	return FString::Printf(TEXT("Blueprint: %s\nPath: %s\nParent Class: %s\nBlueprint Type: %s"), *Blueprint->GetName(), *Blueprint->GetPathName(),
 		Parent ? *Parent->GetName() : TEXT("None"), BlueprintTypeName(Blueprint->BlueprintType));
+}
+
+bool FBlueprintUtils::VerifyBlueprintVariableName(UBlueprint* Blueprint, const FString& Name, Calvorn::FToolResult& Result)
+{
+	if (!Blueprint)
+	{
+		Result.AddWarningMessage(TEXT("Invalid Blueprint provided"));
+		return false;
+	}
+	if (Name.IsEmpty())
+	{
+		Result.AddWarningMessage(TEXT("Variable name cannot be empty"));
+		return false;
+	}
+	const FName VariableName(*Name);
+	for (const FBPVariableDescription& Variable : Blueprint->NewVariables)
+	{
+		if (Variable.VarName == VariableName)
+		{
+			Result.AddWarningMessage(FString::Printf(TEXT("A variable with name '%s' already exists"), *Name));
+			return false;
+		}
+	}
+	if (const UClass* Generated = Blueprint->GeneratedClass.Get(); Generated && Generated->FindFunctionByName(VariableName))
+	{
+		Result.AddWarningMessage(FString::Printf(TEXT("A function with name '%s' already exists"), *Name));
+		return false;
+	}
+	for (const USCS_Node* Node : GetBlueprintComponentsFromSCS(Blueprint))
+	{
+		if (Node->GetVariableName() == VariableName)
+		{
+			Result.AddWarningMessage(FString::Printf(TEXT("A component with name '%s' already exists"), *Name));
+			return false;
+		}
+	}
+	if (const UClass* Parent = Blueprint->ParentClass.Get(); Parent && Parent->FindPropertyByName(VariableName))
+	{
+		Result.AddWarningMessage(FString::Printf(TEXT("A property with name '%s' already exists in the parent class"), *Name));
+		return false;
+	}
+	FKismetNameValidator Validator(Blueprint);
+	const EValidatorResult Verdict = Validator.IsValid(Name);
+	if (Verdict != EValidatorResult::Ok)
+	{
+		Result.AddWarningMessage(INameValidatorInterface::GetErrorText(Name, Verdict).ToString());
+		return false;
+	}
+	return true;
 }
 
 TArray<USCS_Node*> FBlueprintUtils::GetBlueprintComponentsFromSCS(UBlueprint* Blueprint)
