@@ -2,6 +2,8 @@
 
 #include "UObject/Class.h"
 #include "UObject/Field.h"
+// The deprecation filter reads property flags, so FProperty must be complete here.
+#include "UObject/UnrealType.h"
 
 /** Options of TFieldIterator. */
 namespace EFieldIteratorFlags
