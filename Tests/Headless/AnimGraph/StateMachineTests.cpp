@@ -18,6 +18,9 @@
 #include "HAL/PlatformMisc.h"
 #include "Headless/Projects/TempProjectFolder.h"
 #include "Kismet2/CompilerResultsLog.h"
+#include "Kismet2/KismetEditorUtilities.h"
+#include "GameFramework/Actor.h"
+#include "Engine/BlueprintGeneratedClass.h"
 #include "Misc/PackageName.h"
 #include "UObject/Package.h"
 #include "UObject/SavePackage.h"
@@ -364,4 +367,44 @@ TEST(AnimGraph, StateMachineSurvivesSaveAndLoad)
 	EXPECT_TRUE(Transition->Bidirectional);
 	ASSERT_NE(Alias, nullptr);
 	EXPECT_EQ(U8(Alias->GetStateName()), "AnyMove");
+}
+
+TEST(AnimGraph, AnimInstanceParentsMakeAnimationBlueprints)
+{
+	UPackage* Package = CreatePackage(TEXT("/Game/Anim/ABP_Created"));
+	UBlueprint* Blueprint = FKismetEditorUtilities::CreateBlueprint(UAnimInstance::StaticClass(), Package, TEXT("ABP_Created"), BPTYPE_Normal,
+		UBlueprint::StaticClass(), UBlueprintGeneratedClass::StaticClass());
+	ASSERT_NE(Blueprint, nullptr);
+	EXPECT_TRUE(Blueprint->IsA<UAnimBlueprint>());
+	UPackage* ActorPackage = CreatePackage(TEXT("/Game/Anim/BP_NotAnim"));
+	UBlueprint* Actor = FKismetEditorUtilities::CreateBlueprint(AActor::StaticClass(), ActorPackage, TEXT("BP_NotAnim"), BPTYPE_Normal,
+		UBlueprint::StaticClass(), UBlueprintGeneratedClass::StaticClass());
+	ASSERT_NE(Actor, nullptr);
+	EXPECT_FALSE(Actor->IsA<UAnimBlueprint>());
+}
+
+TEST(AnimGraph, StateMachineMenuPlacesStatesAndComments)
+{
+	FAnimFixture Anim(TEXT("/Game/Anim/ABP_Menu"));
+	UAnimationStateMachineGraph* Graph = Anim.MachineGraph();
+	FGraphContextMenuBuilder Builder(Graph);
+	Graph->GetSchema()->GetGraphContextActions(Builder);
+	TArray<FString> Titles;
+	for (int32 Index = 0; Index < Builder.GetNumActions(); ++Index)
+	{
+		Titles.Add(Builder.GetSchemaAction(Index)->GetMenuDescription().ToString());
+	}
+	// The machine has its entry already, so no entry point is offered.
+	EXPECT_EQ(FString::Join(Titles, TEXT("|")), FString(TEXT("Add State|Add State Alias|Add Conduit|Add Comment")));
+
+	UEdGraphNode* State = Builder.GetSchemaAction(0)->PerformAction(Graph, nullptr, FVector2f(100.f, 37.f));
+	ASSERT_NE(State, nullptr);
+	EXPECT_TRUE(State->IsA<UAnimStateNode>());
+	EXPECT_EQ(State->GetGraph(), Graph);
+	EXPECT_EQ(State->NodePosY, 32);
+	EXPECT_EQ(U8(Cast<UAnimStateNode>(State)->GetStateName()), "State");
+	EXPECT_EQ(Builder.GetSchemaAction(0)->PerformAction(Graph, nullptr, FVector2f()), nullptr);
+	UEdGraphNode* Comment = Builder.GetSchemaAction(3)->PerformAction(Graph, nullptr, FVector2f());
+	ASSERT_NE(Comment, nullptr);
+	EXPECT_TRUE(Graph->Nodes.Contains(Comment));
 }
