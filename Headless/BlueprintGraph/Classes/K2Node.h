@@ -58,6 +58,12 @@ public:
 	 */
 	UE_API virtual void AutowireNewNode(UEdGraphPin* FromPin) override;
 
+	/**
+	 * Rebuilds the pins through ReallocatePinsDuringReconstruction, so a node can shape its new pins after its old
+	 * ones; surviving pins keep their links and values, the rest become orphans while they still matter.
+	 */
+	UE_API virtual void ReconstructNode() override;
+
 	/** Allocates the pins during reconstruction; OldPins are the pins being replaced. */
 	UE_API virtual void ReallocatePinsDuringReconstruction(TArray<UEdGraphPin*>& OldPins);
 
@@ -78,6 +84,9 @@ public:
 
 	/** The Blueprint this node belongs to, found by walking the outers. */
 	UE_API UBlueprint* GetBlueprint() const;
+
+	/** True when the node lives in a Blueprint (templates and loose nodes do not). */
+	bool HasValidBlueprint() const { return GetBlueprint() != nullptr; }
 
 	/** The class the node's Blueprint generates (its skeleton or generated class, or the parent class). */
 	UE_API UClass* GetBlueprintClassFromNode() const;
