@@ -292,3 +292,28 @@ TEST_F(NodesAEvents, AnEntryNamingItsCompiledFunctionMakesEachParameterOnce)
 	Entry->ReconstructNode();
 	EXPECT_EQ(DescribePins(Entry), "then:out:exec, Speed:out:real/double");
 }
+
+TEST_F(NodesAEvents, PinsThatVanishStayAsOrphansWhileWired)
+{
+	MakeBlueprint(FindClass(ActorPath));
+	UK2Node_CustomEvent* Custom = Place<UK2Node_CustomEvent>(EventGraph, [](UK2Node_CustomEvent& Node) { Node.CustomFunctionName = TEXT("OnKnock"); });
+	Custom->CreateUserDefinedPin(TEXT("Loudness"), PinType(UEdGraphSchema_K2::PC_Real, UEdGraphSchema_K2::PC_Double), EGPD_Output);
+	Custom->CreateUserDefinedPin(TEXT("Count"), PinType(UEdGraphSchema_K2::PC_Int), EGPD_Output);
+	UK2Node_FunctionResult* Sink = Place<UK2Node_FunctionResult>(EventGraph, [](UK2Node_FunctionResult& Node) { Node.bIsEditable = true; });
+	UEdGraphPin* SinkLoudness = Sink->CreateUserDefinedPin(TEXT("In"), PinType(UEdGraphSchema_K2::PC_Real, UEdGraphSchema_K2::PC_Double), EGPD_Input);
+	ASSERT_TRUE(GetDefault<UEdGraphSchema_K2>()->TryCreateConnection(Custom->FindPinChecked(TEXT("Loudness")), SinkLoudness));
+
+	// The declarations go away behind the node's back; reconstruction decides what becomes of their pins.
+	Custom->UserDefinedPins.Reset();
+	Custom->ReconstructNode();
+	EXPECT_EQ(DescribePins(Custom), "OutputDelegate:out:delegate, then:out:exec, Loudness:out:real/double");
+	UEdGraphPin* Orphan = Custom->FindPinChecked(TEXT("Loudness"));
+	EXPECT_TRUE(Orphan->bOrphanedPin);
+	ASSERT_EQ(Orphan->LinkedTo.Num(), 1);
+	EXPECT_EQ(Orphan->LinkedTo[0], SinkLoudness);
+
+	// Unwired, the orphan has nothing left to keep.
+	GetDefault<UEdGraphSchema_K2>()->BreakPinLinks(*Orphan, true);
+	EXPECT_EQ(Custom->FindPin(TEXT("Loudness")), nullptr);
+	EXPECT_EQ(DescribePins(Custom), "OutputDelegate:out:delegate, then:out:exec");
+}
