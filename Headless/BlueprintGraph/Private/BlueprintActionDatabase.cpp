@@ -3,6 +3,10 @@
 #include "BlueprintActionDatabaseRegistrar.h"
 #include "BlueprintNodeSpawner.h"
 #include "Engine/Blueprint.h"
+#include "Engine/SCS_Node.h"
+#include "Engine/SimpleConstructionScript.h"
+#include "UObject/FieldIterator.h"
+#include "UObject/UnrealType.h"
 #include "HAL/PlatformTime.h"
 #include "Modules/ModuleManager.h"
 #include "UObject/Class.h"
@@ -80,6 +84,7 @@ void FBlueprintActionDatabase::RefreshAll()
 	ActionRegistry.Empty();
 	KeyWatch.Empty();
 	Registered.Empty();
+	AssetSignatures.Empty();
 	bBuilt = true;
 
 	// The engine's reflected API is data that registers on the first lookup; make sure it is there.
@@ -112,6 +117,11 @@ void FBlueprintActionDatabase::RefreshAll()
 	for (UBlueprint* Blueprint : Blueprints)
 	{
 		UE::BlueprintGraph::ActionDatabase::RegisterBlueprintActions(Blueprint, Registrar);
+		AssetSignatures.Add(Blueprint, MakeMemberSignature(Blueprint));
+		if (!KeyWatch.Contains(Blueprint))
+		{
+			KeyWatch.Add(Blueprint, TWeakObjectPtr<UObject>(Blueprint));
+		}
 	}
 	LastBuildTimeMs = (FPlatformTime::Seconds() - StartSeconds) * 1000.0;
 }
@@ -153,6 +163,72 @@ void FBlueprintActionDatabase::RefreshAssetActions(UObject* AssetObject)
 	Registrar.Database = this;
 	Registrar.OnlyKey = Blueprint;
 	UE::BlueprintGraph::ActionDatabase::RegisterBlueprintActions(Blueprint, Registrar);
+	AssetSignatures.Add(Blueprint, MakeMemberSignature(Blueprint));
+	// A Blueprint with no actions yet is still known, so it is not registered again until it changes.
+	if (!KeyWatch.Contains(Blueprint))
+	{
+		KeyWatch.Add(Blueprint, TWeakObjectPtr<UObject>(Blueprint));
+	}
+}
+
+FString FBlueprintActionDatabase::MakeMemberSignature(const UBlueprint* Blueprint)
+{
+	// Everything RegisterBlueprintActions reads, in a form that changes whenever it does.
+	FString Signature;
+	for (const FBPVariableDescription& Var : Blueprint->NewVariables)
+	{
+		Signature += FString::Printf(TEXT("v:%s:%s:%s:%llu:%s:%s:%s;"), *Var.VarName.ToString(), *Var.VarGuid.ToString(), *Var.FriendlyName,
+			(unsigned long long)Var.PropertyFlags, *Var.Category.ToString(), *Var.VarType.PinCategory.ToString(), *Var.GetMetaData(TEXT("tooltip")));
+	}
+	if (const USimpleConstructionScript* SCS = Blueprint->SimpleConstructionScript.Get())
+	{
+		for (const USCS_Node* Node : SCS->GetAllNodes())
+		{
+			if (Node)
+			{
+				Signature += FString::Printf(TEXT("c:%s:%s;"), *Node->GetVariableName().ToString(), Node->ComponentClass.Get() ? *Node->ComponentClass->GetPathName() : TEXT(""));
+			}
+		}
+	}
+	if (const UClass* Skeleton = Blueprint->SkeletonGeneratedClass.Get())
+	{
+		Signature += FString::Printf(TEXT("s:%s;"), *Skeleton->GetPathName());
+		for (TFieldIterator<UFunction> It(Skeleton, EFieldIteratorFlags::ExcludeSuper); It; ++It)
+		{
+			Signature += FString::Printf(TEXT("f:%s:%u;"), *It->GetName(), (uint32)It->FunctionFlags);
+		}
+		for (TFieldIterator<FProperty> It(Skeleton, EFieldIteratorFlags::ExcludeSuper); It; ++It)
+		{
+			Signature += FString::Printf(TEXT("p:%s;"), *It->GetName());
+		}
+	}
+	if (const UClass* Generated = Blueprint->GeneratedClass.Get())
+	{
+		Signature += FString::Printf(TEXT("g:%s;"), *Generated->GetPathName());
+	}
+	Signature += FString::Printf(TEXT("t:%d"), (int32)Blueprint->BlueprintType);
+	return Signature;
+}
+
+void FBlueprintActionDatabase::RefreshAssetActionsIfChanged(UBlueprint* Blueprint)
+{
+	// The Blueprint and its Blueprint parents, each checked once.
+	TArray<UBlueprint*> Chain;
+	for (UBlueprint* Walk = Blueprint; Walk && !Chain.Contains(Walk); )
+	{
+		Chain.Add(Walk);
+		UClass* Parent = Walk->ParentClass.Get();
+		Walk = Parent ? UBlueprint::GetBlueprintFromClass(Parent) : nullptr;
+	}
+	for (UBlueprint* Each : Chain)
+	{
+		const FString* Known = AssetSignatures.Find(Each);
+		const bool bWatched = KeyWatch.Contains(Each) && KeyWatch[Each].IsValid();
+		if (!Known || !bWatched || *Known != MakeMemberSignature(Each))
+		{
+			RefreshAssetActions(Each);
+		}
+	}
 }
 
 void FBlueprintActionDatabase::ClearAssetActions(UObject* AssetObject)
@@ -161,8 +237,9 @@ void FBlueprintActionDatabase::ClearAssetActions(UObject* AssetObject)
 	{
 		ReleaseActions(*Existing);
 		ActionRegistry.Remove(AssetObject);
-		KeyWatch.Remove(AssetObject);
 	}
+	KeyWatch.Remove(AssetObject);
+	AssetSignatures.Remove(AssetObject);
 }
 
 const FBlueprintActionDatabase::FActionRegistry& FBlueprintActionDatabase::GetAllActions()
@@ -185,6 +262,7 @@ const FBlueprintActionDatabase::FActionRegistry& FBlueprintActionDatabase::GetAl
 		}
 		ActionRegistry.Remove(Key);
 		KeyWatch.Remove(Key);
+		AssetSignatures.Remove(Key);
 	}
 	return ActionRegistry;
 }

@@ -25,7 +25,19 @@ void FBlueprintActionMenuBuilder::AddMenuSection(const FBlueprintActionFilter& F
 void FBlueprintActionMenuBuilder::RebuildActionList()
 {
 	FGraphActionListBuilderBase::Empty();
-	const FBlueprintActionDatabase::FActionRegistry& Registry = FBlueprintActionDatabase::Get().GetAllActions();
+	FBlueprintActionDatabase& Database = FBlueprintActionDatabase::Get();
+	// The menu's own Blueprints must be current: a variable added a moment ago is offered.
+	for (const FMenuSection& Section : MenuSections)
+	{
+		for (UBlueprint* Blueprint : Section.Filter.Context.Blueprints)
+		{
+			if (Blueprint)
+			{
+				Database.RefreshAssetActionsIfChanged(Blueprint);
+			}
+		}
+	}
+	const FBlueprintActionDatabase::FActionRegistry& Registry = Database.GetAllActions();
 
 	// Sections with a higher order come first; equal orders keep the order they were added in.
 	TArray<int32> Order;

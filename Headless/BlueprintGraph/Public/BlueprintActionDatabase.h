@@ -12,6 +12,7 @@
 
 class FBlueprintActionDatabaseRegistrar;
 class UBlueprintNodeSpawner;
+class UBlueprint;
 class UClass;
 class UObject;
 
@@ -47,6 +48,15 @@ public:
 private:
 	FBlueprintActionDatabase() = default;
 	friend class FBlueprintActionDatabaseRegistrar;
+	friend struct FBlueprintActionMenuBuilder;
+
+	/**
+	 * Registers the Blueprint, and the Blueprints it derives from, when their members differ from what was
+	 * registered: nothing tells the database when a Blueprint gains a variable or is compiled, so a menu checks
+	 * the Blueprints it is built for.
+	 */
+	void RefreshAssetActionsIfChanged(UBlueprint* Blueprint);
+	static FString MakeMemberSignature(const UBlueprint* Blueprint);
 
 	void EnsureBuilt();
 	void RegisterAllNodeFamilies(FBlueprintActionDatabaseRegistrar& Registrar);
@@ -57,6 +67,8 @@ private:
 	/** Each key's liveness, so a key whose object was destroyed is dropped without being touched. */
 	TMap<const UObject*, TWeakObjectPtr<UObject>> KeyWatch;
 	TSet<UBlueprintNodeSpawner*> Registered;
+	/** What each registered Blueprint declared when its actions were made. */
+	TMap<const UObject*, FString> AssetSignatures;
 	bool bBuilt = false;
 	double LastBuildTimeMs = 0.0;
 };

@@ -249,9 +249,13 @@ TEST_F(FActionMenuFixture, OwnVariableAppearsOnceAddedAndRefreshed)
 	ASSERT_NE(Get->FindPin(FName(TEXT("Health"))), nullptr);
 	EXPECT_EQ(Get->FindPin(FName(TEXT("Health")))->Direction, EGPD_Output);
 
-	// Removing the Blueprint's actions takes the variable away again.
-	FBlueprintActionDatabase::Get().ClearAssetActions(Blueprint);
-	EXPECT_EQ(FindRow(MenuFor(Blueprint, Graph), "Get Health"), nullptr);
+	// The menu notices changes by itself: a variable added or removed since the last menu is followed.
+	ASSERT_TRUE(FBlueprintEditorUtils::AddMemberVariable(Blueprint, TEXT("Mana"), EditorTest::PinType(UEdGraphSchema_K2::PC_Int)));
+	FBlueprintEditorUtils::RemoveMemberVariable(Blueprint, TEXT("Health"));
+	const std::vector<FMenuRow> After = MenuFor(Blueprint, Graph);
+	EXPECT_NE(FindRow(After, "Get Mana"), nullptr);
+	EXPECT_EQ(FindRow(After, "Get Health"), nullptr);
+	EXPECT_EQ(FindRow(MenuFor(Other, EventGraphOf(Other)), "Get Mana"), nullptr);
 }
 
 TEST_F(FActionMenuFixture, GraphWithoutBlueprintSchemaGetsNoBlueprintNodes)
