@@ -9,6 +9,7 @@
 #include "K2Node_FunctionEntry.h"
 #include "K2Node_FunctionResult.h"
 #include "Misc/FileHelper.h"
+#include "Operations/BlueprintGraphCreateOperation.h"
 #include "Misc/Paths.h"
 #include "Templates/Casts.h"
 #include "UObject/Class.h"
@@ -329,6 +330,11 @@ TEST_F(LifecycleTools, AFunctionGetsItsInputsOutputsAndReturnValue)
 	EXPECT_EQ(UserPins(FindNode<UK2Node_FunctionResult>(Reset)), TArray<FString>{TEXT("ReturnValue:bool")});
 	// Configuring the same parameter again does not add a second one.
 	EXPECT_EQ(UserPins(Entry).Num(), 3);
+	// Declaring it with another type changes its type in place.
+	EXPECT_FALSE(Call(TEXT("bp_create_graph"), TEXT(R"({"path": "/Game/Graphs/BP_Health", "functions": [
+		{"name": "ApplyDamage", "parameters": [{"name": "Amount", "type": {"category": "int"}}]}]})")).HasFailed());
+	EXPECT_EQ(UserPins(Entry).Num(), 3);
+	EXPECT_TRUE(UserPins(Entry).Contains(TEXT("Amount:int"))) << U8(FString::Join(UserPins(Entry), TEXT(" ")));
 	EXPECT_EQ(Blueprint->FunctionGraphs.Num(), FunctionsBefore + 2);
 
 	// The functions are in the saved asset, and the Blueprint compiles with them.
@@ -442,4 +448,42 @@ TEST_F(LifecycleTools, AParentsEventBecomesAnOverridingEventNotAFunction)
 	// BeginPlay is placed in every new Actor Blueprint, so the first request already meets it.
 	const FToolResult BeginPlay = Call(TEXT("bp_create_graph"), TEXT(R"({"path": "/Game/Graphs/BP_Events", "functions": [{"name": "ReceiveBeginPlay"}]})"));
 	EXPECT_TRUE(AnyContains(BeginPlay.GetWarningMessages(), TEXT("The graph ReceiveBeginPlay already exists as an event"))) << Describe(BeginPlay);
+}
+
+TEST_F(LifecycleTools, TheEventGraphIsFoundOrMadeOnce)
+{
+	using FGraphCreate = FBlueprintGraphCreateOperation;
+	UBlueprint* Blueprint = CreateBlueprint(TEXT("/Game/Graphs/BP_Pages"));
+	ASSERT_NE(Blueprint, nullptr);
+	const int32 PagesBefore = Blueprint->UbergraphPages.Num();
+
+	FToolResult Existing;
+	UEdGraph* EventGraph = FGraphCreate::EnsureEventGraph(Blueprint, TEXT(""), Existing);
+	ASSERT_NE(EventGraph, nullptr);
+	EXPECT_EQ(EventGraph->GetName(), TEXT("EventGraph"));
+	EXPECT_EQ(Existing.GetSuccessMessages().Num(), 0);
+	EXPECT_EQ(FGraphCreate::EnsureEventGraph(Blueprint, TEXT("eventgraph"), Existing), EventGraph);
+
+	FToolResult Made;
+	UEdGraph* Combat = FGraphCreate::EnsureEventGraph(Blueprint, TEXT("Combat"), Made);
+	ASSERT_NE(Combat, nullptr);
+	EXPECT_EQ(Made.GetSuccessMessages(), TArray<FString>{TEXT("Created event graph 'Combat'")});
+	EXPECT_EQ(Blueprint->UbergraphPages.Num(), PagesBefore + 1);
+	EXPECT_EQ(FGraphCreate::EnsureEventGraph(Blueprint, TEXT("Combat"), Made), Combat);
+	EXPECT_EQ(Blueprint->UbergraphPages.Num(), PagesBefore + 1);
+
+	FToolResult Null;
+	EXPECT_EQ(FGraphCreate::EnsureEventGraph(nullptr, TEXT("EventGraph"), Null), nullptr);
+	EXPECT_EQ(Null.GetErrorMessages(), TArray<FString>{TEXT("Invalid Blueprint when ensuring EventGraph")});
+
+	// The signature helpers refuse what they cannot work on, with their own texts.
+	UEdGraph* Graph = nullptr;
+	FToolResult Refusals;
+	EXPECT_EQ(FGraphCreate::CreateFunctionGraph(nullptr, TEXT("F"), Graph, Refusals, false), FGraphCreate::EFunctionGraphOutcome::Failed);
+	EXPECT_EQ(FGraphCreate::CreateFunctionGraph(Blueprint, TEXT(" "), Graph, Refusals, false), FGraphCreate::EFunctionGraphOutcome::Failed);
+	EXPECT_FALSE(FGraphCreate::CreateDelegateSignatureGraph(Blueprint, TEXT(""), Graph, Refusals));
+	EXPECT_FALSE(FGraphCreate::ConfigureGraphSignature(Blueprint, nullptr, FJsonObject(), Refusals));
+	EXPECT_FALSE(FGraphCreate::ConfigureGraphSignature(Blueprint, EventGraph, FJsonObject(), Refusals));
+	EXPECT_EQ(Refusals.GetErrorMessages(), (TArray<FString>{TEXT("Invalid Blueprint or FunctionName"), TEXT("Invalid Blueprint or FunctionName"),
+		TEXT("Invalid Blueprint or DelegateName"), TEXT("Invalid parameters for ConfigureGraphSignature"), TEXT("No FunctionEntry node found in function graph")}));
 }

@@ -272,3 +272,21 @@ TEST_F(ToolSurfaceModule, ToolsAnswerThroughTheExecutor)
 	ASSERT_EQ(NoPath.GetErrorMessages().Num(), 1) << Describe(NoPath);
 	EXPECT_EQ(NoPath.GetErrorMessages()[0], TEXT("Missing required field 'path'"));
 }
+
+TEST_F(ToolSurfaceModule, AReadCallbackNamesItsOwnToolWhateverTheRequestSaid)
+{
+	ASSERT_NE(FModuleManager::Get().LoadModule(TEXT("CalvornToolkit")), nullptr);
+	ASSERT_NE(FModuleManager::Get().LoadModule(TEXT("CalvornToolkit_Blueprint")), nullptr);
+	const TArray<FString> ReadTools = FCalvornToolkitBlueprintModule::GetProvidedReadToolNames();
+	for (const FString& ToolName : ReadTools)
+	{
+		SCOPED_TRACE(U8(ToolName));
+		TSharedPtr<FJsonObject> Parameters = MakeShared<FJsonObject>();
+		Parameters->SetStringField(Calvorn::ToolInfo::FieldName_ReadTool, TEXT("some_other_tool"));
+		Parameters->SetStringField(Calvorn::ToolInfo::FieldName_Path, TEXT("/Game/Nowhere/BP_None"));
+		FToolResult Result;
+		FString Text;
+		ASSERT_TRUE(Calvorn::FModificationReadRegistry::Get().ExecuteRead(ToolName, Parameters, Result, Text));
+		EXPECT_EQ(Parameters->GetStringField(Calvorn::ToolInfo::FieldName_ReadTool), ToolName);
+	}
+}
