@@ -289,14 +289,18 @@ public:
 		class UK2Node* TargetNode = nullptr;
 	};
 	/**
-	 * A node (not a function call) that converts OutputPinType into the input's type. Only the decision is
-	 * made here: the conversion node classes are not part of the headless editor yet, so bCreateNode
-	 * yields a result without a node.
+	 * A node (not a function call) that converts OutputPinType into the input's type. With bCreateNode, the
+	 * result carries a template of that node (Make Array, a pure cast); kinds of conversion node the headless
+	 * editor does not have (enum names, byte to enum, soft references, a member as call target) give a result
+	 * without a node.
 	 */
 	[[nodiscard]] UE_API virtual TOptional<FFindSpecializedConversionNodeResults> FindSpecializedConversionNode(const FEdGraphPinType& OutputPinType, const UEdGraphPin& InputPin, bool bCreateNode) const;
 
 	/** Estimated height of a node, for placing nodes below each other. */
 	static UE_API float EstimateNodeHeight(UEdGraphNode* Node);
+
+	/** Wires a conversion node between the two pins: its first fitting input from OutputPin, its first fitting output to InputPin. */
+	UE_API bool AutowireConversionNode(UEdGraphPin* InputPin, UEdGraphPin* OutputPin, UEdGraphNode* ConversionNode) const;
 
 	/** Why the last CreateAutomaticConversionNodeAndConnections call failed (empty after a success). */
 	const FString& GetLastConversionFailureReason() const { return LastConversionFailureReason; }

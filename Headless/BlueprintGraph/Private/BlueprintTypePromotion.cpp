@@ -43,3 +43,140 @@ FEdGraphPinType FTypePromotion::GetHigherType(const FEdGraphPinType& A, const FE
 {
 	return IsValidPromotion(A, B) ? B : A;
 }
+
+#include "UObject/Class.h"
+#include "UObject/UnrealType.h"
+#include "UObject/FieldIterator.h"
+#include "UObject/UObjectGlobals.h"
+
+namespace
+{
+	/** The two operand types of a binary operator function, from its first two parameters. */
+	bool GetOperandTypes(const UFunction* Function, FEdGraphPinType& OutA, FEdGraphPinType& OutB, FEdGraphPinType& OutResult)
+	{
+		const UEdGraphSchema_K2* Schema = GetDefault<UEdGraphSchema_K2>();
+		int32 Found = 0;
+		bool bHasResult = false;
+		for (TFieldIterator<FProperty> It(Function); It && It->HasAnyPropertyFlags(CPF_Parm); ++It)
+		{
+			if (It->HasAnyPropertyFlags(CPF_ReturnParm))
+			{
+				bHasResult = Schema->ConvertPropertyToPinType(*It, OutResult);
+				continue;
+			}
+			if (Found < 2 && Schema->ConvertPropertyToPinType(*It, Found == 0 ? OutA : OutB))
+			{
+				++Found;
+			}
+		}
+		return Found == 2 && bHasResult;
+	}
+
+	bool SameTerminalType(const FEdGraphPinType& A, const FEdGraphPinType& B)
+	{
+		if (A.PinCategory != B.PinCategory || A.IsContainer() || B.IsContainer())
+		{
+			return false;
+		}
+		if (A.PinCategory == UEdGraphSchema_K2::PC_Real)
+		{
+			return true;
+		}
+		return A.PinSubCategory == B.PinSubCategory && A.PinSubCategoryObject == B.PinSubCategoryObject;
+	}
+}
+
+FName FTypePromotion::GetOpNameFromFunction(const UFunction* Function)
+{
+	if (!Function)
+	{
+		return NAME_None;
+	}
+	FString Name = Function->GetName();
+	int32 Underscore = INDEX_NONE;
+	if (Name.FindChar(TEXT('_'), Underscore))
+	{
+		Name.LeftInline(Underscore);
+	}
+	return FName(*Name);
+}
+
+bool FTypePromotion::IsComparisonOpName(FName OpName)
+{
+	static const FName Comparisons[] = { TEXT("EqualEqual"), TEXT("NotEqual"), TEXT("Greater"), TEXT("GreaterEqual"), TEXT("Less"), TEXT("LessEqual") };
+	for (const FName& Comparison : Comparisons)
+	{
+		if (OpName == Comparison)
+		{
+			return true;
+		}
+	}
+	return false;
+}
+
+bool FTypePromotion::IsComparisonFunc(const UFunction* Function)
+{
+	return Function && IsComparisonOpName(GetOpNameFromFunction(Function));
+}
+
+void FTypePromotion::GetAllFuncsForOp(FName OpName, TArray<UFunction*>& OutFuncs)
+{
+	const UClass* Library = FindObject<UClass>(nullptr, TEXT("/Script/Engine.KismetMathLibrary"));
+	if (!Library || OpName.IsNone())
+	{
+		return;
+	}
+	for (TFieldIterator<UFunction> It(Library); It; ++It)
+	{
+		FEdGraphPinType A, B, Result;
+		if (GetOpNameFromFunction(*It) == OpName && GetOperandTypes(*It, A, B, Result) && SameTerminalType(A, B))
+		{
+			OutFuncs.Add(*It);
+		}
+	}
+}
+
+UFunction* FTypePromotion::FindBestMatchingFunc(FName OpName, const TArray<FEdGraphPinType>& OperandTypes)
+{
+	TArray<UFunction*> Candidates;
+	GetAllFuncsForOp(OpName, Candidates);
+	if (Candidates.Num() == 0)
+	{
+		return nullptr;
+	}
+	// The widest operand decides; the others must be that type or promote into it.
+	TArray<FEdGraphPinType> Typed;
+	for (const FEdGraphPinType& Type : OperandTypes)
+	{
+		if (Type.PinCategory != UEdGraphSchema_K2::PC_Wildcard && !Type.PinCategory.IsNone())
+		{
+			Typed.Add(Type);
+		}
+	}
+	if (Typed.Num() == 0)
+	{
+		return nullptr;
+	}
+	FEdGraphPinType Highest = Typed[0];
+	for (const FEdGraphPinType& Type : Typed)
+	{
+		Highest = GetHigherType(Highest, Type);
+	}
+	for (const FEdGraphPinType& Type : Typed)
+	{
+		if (!SameTerminalType(Type, Highest) && !IsValidPromotion(Type, Highest))
+		{
+			return nullptr;
+		}
+	}
+	for (UFunction* Candidate : Candidates)
+	{
+		FEdGraphPinType A, B, Result;
+		GetOperandTypes(Candidate, A, B, Result);
+		if (SameTerminalType(A, Highest))
+		{
+			return Candidate;
+		}
+	}
+	return nullptr;
+}

@@ -6,6 +6,12 @@
 #include "EdGraph/EdGraphPin.h"
 #include "Engine/Blueprint.h"
 #include "K2Node.h"
+#include "K2Node_CallFunction.h"
+#include "K2Node_DynamicCast.h"
+#include "K2Node_FunctionEntry.h"
+#include "K2Node_FunctionResult.h"
+#include "K2Node_MakeArray.h"
+#include "K2Node_PromotableOperator.h"
 #include "Math/Color.h"
 #include "Math/Rotator.h"
 #include "Math/Transform.h"
@@ -16,6 +22,7 @@
 #include "UObject/EnumProperty.h"
 #include "UObject/FieldIterator.h"
 #include "UObject/Interface.h"
+#include "UObject/Package.h"
 #include "UObject/TextProperty.h"
 #include "UObject/UObjectGlobals.h"
 #include "UObject/UObjectHash.h"
@@ -579,7 +586,7 @@ const FPinConnectionResponse UEdGraphSchema_K2::CanCreateConnection(const UEdGra
 		return Response;
 	}
 
-	if (InputPin->GetOwningNode()->GetClass()->GetName() == TEXT("K2Node_PromotableOperator")
+	if (Cast<UK2Node_PromotableOperator>(InputPin->GetOwningNode())
 		&& FTypePromotion::IsValidPromotion(InputPin->PinType, OutputPin->PinType))
 	{
 		return FPinConnectionResponse(CONNECT_RESPONSE_MAKE_WITH_PROMOTION,
@@ -614,31 +621,6 @@ bool UEdGraphSchema_K2::TryCreateConnection(UEdGraphPin* PinA, UEdGraphPin* PinB
 		}
 	}
 	return bModified;
-}
-
-bool UEdGraphSchema_K2::CreateAutomaticConversionNodeAndConnections(UEdGraphPin* PinA, UEdGraphPin* PinB) const
-{
-	LastConversionFailureReason.Reset();
-	UEdGraphPin* InputPin = nullptr;
-	UEdGraphPin* OutputPin = nullptr;
-	if (!PinA || !PinB || !SortPinsByDirection(PinA, PinB, InputPin, OutputPin))
-	{
-		LastConversionFailureReason = TEXT("Directions are not compatible");
-		return false;
-	}
-	if (TOptional<FSearchForAutocastFunctionResults> Autocast = SearchForAutocastFunction(OutputPin->PinType, InputPin->PinType))
-	{
-		LastConversionFailureReason = FString::Printf(TEXT("The conversion needs a call of %s.%s, and function call nodes are not available yet"),
-			Autocast->FunctionOwner ? *Autocast->FunctionOwner->GetName() : TEXT("None"), *Autocast->TargetFunction.ToString());
-		return false;
-	}
-	if (FindSpecializedConversionNode(OutputPin->PinType, *InputPin, false).IsSet())
-	{
-		LastConversionFailureReason = TEXT("The conversion needs a conversion node, and conversion node classes are not available yet");
-		return false;
-	}
-	LastConversionFailureReason = FString::Printf(TEXT("No conversion from %s to %s"), *TypeToText(OutputPin->PinType).ToString(), *TypeToText(InputPin->PinType).ToString());
-	return false;
 }
 
 bool UEdGraphSchema_K2::CreatePromotedConnection(UEdGraphPin* PinA, UEdGraphPin* PinB) const
@@ -906,11 +888,17 @@ TOptional<UEdGraphSchema_K2::FFindSpecializedConversionNodeResults> UEdGraphSche
 	if (!OutputPinType.IsContainer() && InputPinType.IsArray() && ArePinTypesCompatible(OutputPinType, InputPinType, nullptr, true))
 	{
 		Result.Emplace();
+		if (bCreateNode)
+		{
+			UK2Node_MakeArray* MakeArray = NewObject<UK2Node_MakeArray>(GetTransientPackage(), NAME_None, RF_Transient);
+			MakeArray->NumInputs = 1;
+			Result->TargetNode = MakeArray;
+		}
 		return Result;
 	}
 
 	// An object into the target of a call, through one of its members that holds the function's class.
-	const bool bCallTarget = InputPin.GetOwningNode()->GetClass()->GetName() == TEXT("K2Node_CallFunction") && IsSelfPin(InputPin)
+	const bool bCallTarget = Cast<UK2Node_CallFunction>(InputPin.GetOwningNode()) != nullptr && IsSelfPin(InputPin)
 		&& (OutputPinType.PinCategory == PC_Object || (OutputPinType.PinCategory == PC_Interface && !OutputPinType.IsContainer()));
 	if (bCallTarget)
 	{
@@ -967,6 +955,13 @@ TOptional<UEdGraphSchema_K2::FFindSpecializedConversionNodeResults> UEdGraphSche
 			if (InputClass && OutputClass && (InputClass->ImplementsInterface(OutputClass) || OutputClass->IsChildOf(InputClass)))
 			{
 				Result.Emplace();
+				if (bCreateNode)
+				{
+					UK2Node_DynamicCast* CastNode = NewObject<UK2Node_DynamicCast>(GetTransientPackage(), NAME_None, RF_Transient);
+					CastNode->TargetType = const_cast<UClass*>(InputClass);
+					CastNode->SetPurity(true);
+					Result->TargetNode = CastNode;
+				}
 				return Result;
 			}
 		}
@@ -1686,17 +1681,37 @@ bool UEdGraphSchema_K2::FunctionCanBeUsedInDelegate(const UFunction* InFunction)
 
 void UEdGraphSchema_K2::AddExtraFunctionFlags(const UEdGraph* CurrentGraph, int32 ExtraFlags) const
 {
-	// The flags live on the graph's function entry node (UK2Node_FunctionEntry::ExtraFlags); that
-	// node class is not part of the headless editor yet, so there is nothing to write to.
-	(void)CurrentGraph;
-	(void)ExtraFlags;
+	if (!CurrentGraph)
+	{
+		return;
+	}
+	// The flags live on the graph's entry node; the compiler adds them to the function it makes.
+	for (UEdGraphNode* Node : CurrentGraph->Nodes)
+	{
+		if (UK2Node_FunctionEntry* Entry = Cast<UK2Node_FunctionEntry>(Node))
+		{
+			Entry->AddExtraFlags(ExtraFlags);
+		}
+	}
 }
 
 void UEdGraphSchema_K2::MarkFunctionEntryAsEditable(const UEdGraph* CurrentGraph, bool bNewEditable) const
 {
-	// Needs UK2Node_EditablePinBase::bIsEditable on the function entry node, which does not exist yet.
-	(void)CurrentGraph;
-	(void)bNewEditable;
+	if (!CurrentGraph)
+	{
+		return;
+	}
+	// Entry and result nodes together: the user edits the signature on both or on neither.
+	for (UEdGraphNode* Node : CurrentGraph->Nodes)
+	{
+		if (UK2Node_EditablePinBase* Editable = Cast<UK2Node_EditablePinBase>(Node))
+		{
+			if (Editable->IsA<UK2Node_FunctionEntry>() || Editable->IsA<UK2Node_FunctionResult>())
+			{
+				Editable->bIsEditable = bNewEditable;
+			}
+		}
+	}
 }
 
 float UEdGraphSchema_K2::EstimateNodeHeight(UEdGraphNode* Node)
@@ -1705,23 +1720,25 @@ float UEdGraphSchema_K2::EstimateNodeHeight(UEdGraphNode* Node)
 	{
 		return 0.0f;
 	}
+	// Only calls and events grow with their pins; every other node gets the one-line height. The taller of the
+	// two columns of visible pins decides, as the editor lays pins out side by side.
 	float BaseHeight = 48.0f;
 	float PinHeight = 0.0f;
-	// Function calls and events are the nodes whose height grows with their pins.
-	for (const UClass* Class = Node->GetClass(); Class; Class = Class->GetSuperClass())
+	if (Node->IsA(UK2Node_CallFunction::StaticClass()))
 	{
-		const FString ClassName = Class->GetName();
-		if (ClassName == TEXT("K2Node_CallFunction"))
+		BaseHeight = 80.0f;
+		PinHeight = 18.0f;
+	}
+	else
+	{
+		// Event nodes live above this module's node set; they are recognised by class name.
+		for (const UClass* Class = Node->GetClass(); Class; Class = Class->GetSuperClass())
 		{
-			BaseHeight = 80.0f;
-			PinHeight = 18.0f;
-			break;
-		}
-		if (ClassName == TEXT("K2Node_Event"))
-		{
-			BaseHeight = 48.0f;
-			PinHeight = 16.0f;
-			break;
+			if (Class->GetFName() == FName(TEXT("K2Node_Event")))
+			{
+				PinHeight = 16.0f;
+				break;
+			}
 		}
 	}
 	if (PinHeight == 0.0f)
@@ -1737,7 +1754,7 @@ float UEdGraphSchema_K2::EstimateNodeHeight(UEdGraphNode* Node)
 			(Pin->Direction == EGPD_Input ? Inputs : Outputs)++;
 		}
 	}
-	return BaseHeight + PinHeight * FMath::Max(Inputs, Outputs);
+	return BaseHeight + PinHeight * float(FMath::Max(Inputs, Outputs));
 }
 
 #undef LOCTEXT_NAMESPACE

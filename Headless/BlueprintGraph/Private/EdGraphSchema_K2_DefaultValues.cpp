@@ -1,5 +1,6 @@
 // Default values of pins: what a typed string means for each category, and which pins must be wired instead.
 #include "EdGraphSchema_K2.h"
+#include "K2Node_CallFunction.h"
 
 #include "EdGraph/EdGraphNode.h"
 #include "EdGraph/EdGraphPin.h"
@@ -20,8 +21,28 @@ namespace UE::BlueprintGraph::Private
 
 bool UEdGraphSchema_K2::IsAutoCreateRefTerm(const UEdGraphPin* Pin)
 {
-	// Only function calls carry AutoCreateRefTerm; the call node class answers it once it exists.
-	(void)Pin;
+	// Only function calls carry AutoCreateRefTerm: a comma list of the parameters that get a value when unwired.
+	const UK2Node_CallFunction* Call = Pin ? Cast<UK2Node_CallFunction>(Pin->GetOwningNodeUnchecked()) : nullptr;
+	const UFunction* Function = Call ? Call->GetTargetFunction() : nullptr;
+	if (!Function)
+	{
+		return false;
+	}
+	const FString* Names = Function->FindMetaData(FBlueprintMetadata::MD_AutoCreateRefTerm);
+	if (!Names)
+	{
+		return false;
+	}
+	TArray<FString> Parameters;
+	Names->ParseIntoArray(Parameters, TEXT(","), true);
+	for (FString& Parameter : Parameters)
+	{
+		Parameter.TrimStartAndEndInline();
+		if (Parameter == Pin->PinName.ToString())
+		{
+			return true;
+		}
+	}
 	return false;
 }
 

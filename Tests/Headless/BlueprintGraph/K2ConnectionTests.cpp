@@ -298,17 +298,22 @@ TEST_F(K2Connections, ASelfPinOfAMultiTargetNodeTakesSeveralObjects)
 	EXPECT_EQ(Schema->CanCreateConnection(ArrayOut, Self).Response, CONNECT_RESPONSE_DISALLOW);
 }
 
-TEST_F(K2Connections, ConversionsAreRefusedUntilConversionNodesExist)
+TEST_F(K2Connections, ConversionsInsertTheLibraryCallOrFailWithAReason)
 {
 	MakePair(Type(UEdGraphSchema_K2::PC_Int), Type(UEdGraphSchema_K2::PC_String));
-	EXPECT_FALSE(Schema->TryCreateConnection(Out, In));
-	EXPECT_EQ(Out->LinkedTo.Num(), 0);
-	EXPECT_EQ(U8(Schema->GetLastConversionFailureReason()),
-		"The conversion needs a call of KismetStringLibrary.Conv_IntToString, and function call nodes are not available yet");
+	const int32 NodesBefore = Graph->Nodes.Num();
+	EXPECT_TRUE(Schema->TryCreateConnection(Out, In)) << U8(Schema->GetLastConversionFailureReason());
+	EXPECT_EQ(Graph->Nodes.Num(), NodesBefore + 1);
+	ASSERT_EQ(Out->LinkedTo.Num(), 1);
+	ASSERT_EQ(In->LinkedTo.Num(), 1);
+	EXPECT_EQ(Out->LinkedTo[0]->GetOwningNode(), In->LinkedTo[0]->GetOwningNode());
+	EXPECT_EQ(U8(Out->LinkedTo[0]->GetOwningNode()->GetClass()->GetName()), "K2Node_CallFunction");
 
 	MakePair(Type(UEdGraphSchema_K2::PC_Text), Type(UEdGraphSchema_K2::PC_Int));
+	EXPECT_EQ(Schema->CanCreateConnection(Out, In).Response, CONNECT_RESPONSE_DISALLOW);
 	EXPECT_FALSE(Schema->TryCreateConnection(Out, In));
 	EXPECT_EQ(In->LinkedTo.Num(), 0);
+	EXPECT_EQ(Graph->Nodes.Num(), NodesBefore + 3);
 }
 
 TEST_F(K2Connections, AutocastSearchNamesTheLibraryFunction)

@@ -1,0 +1,630 @@
+#include "K2Node_Switch.h"
+#include "K2Node_SwitchEnum.h"
+#include "K2Node_SwitchInteger.h"
+#include "K2Node_SwitchName.h"
+#include "K2Node_SwitchString.h"
+
+#include "EdGraph/EdGraph.h"
+#include "EdGraphSchema_K2.h"
+#include "K2NodeReflection.h"
+#include "Kismet2/CompilerResultsLog.h"
+#include "UObject/Class.h"
+#include "UObject/UObjectGlobals.h"
+
+#define LOCTEXT_NAMESPACE "K2Node"
+
+using namespace UE::BlueprintGraph::Private;
+
+namespace
+{
+	const FName DefaultPinName(TEXT("Default"));
+	const FName SelectionPinName(TEXT("Selection"));
+
+	/** A function library of the engine, by its short name ("KismetMathLibrary"). */
+	UClass* FindEngineLibrary(const TCHAR* Name)
+	{
+		return FindObject<UClass>(nullptr, *FString::Printf(TEXT("/Script/Engine.%s"), Name));
+	}
+
+	bool IsCaseOutput(const UK2Node_Switch& Node, const UEdGraphPin* Pin)
+	{
+		return Pin && Pin->Direction == EGPD_Output && UEdGraphSchema_K2::IsExecPin(*Pin) && Pin != Node.GetDefaultPin();
+	}
+}
+
+//////////////////////////////////////////////////////////////////////////
+// UK2Node_Switch
+
+IMPLEMENT_CLASS(UK2Node_Switch,
+	UE_NATIVE_PROPERTY(FBoolProperty, bHasDefaultPin, CPF_None, 0, (uint32)sizeof(bool), true);
+	UE_NATIVE_PROPERTY(FNameProperty, FunctionName, CPF_None);
+	UE_NATIVE_PROPERTY(FClassProperty, FunctionClass, CPF_None, UObject::StaticClass());
+)
+
+UK2Node_Switch::UK2Node_Switch() = default;
+
+FName UK2Node_Switch::GetSelectionPinName()
+{
+	return SelectionPinName;
+}
+
+void UK2Node_Switch::AllocateDefaultPins()
+{
+	// The default output comes first, so it sits at the top of the outputs.
+	if (bHasDefaultPin)
+	{
+		CreatePin(EGPD_Output, UEdGraphSchema_K2::PC_Exec, DefaultPinName);
+	}
+	CreatePin(EGPD_Input, UEdGraphSchema_K2::PC_Exec, UEdGraphSchema_K2::PN_Execute);
+	CreateSelectionPin();
+	CreateFunctionPin();
+	CreateCasePins();
+}
+
+void UK2Node_Switch::CreateFunctionPin()
+{
+	UEdGraphPin* FunctionPin = CreatePin(EGPD_Input, UEdGraphSchema_K2::PC_Object, FunctionClass.Get(), FunctionName);
+	FunctionPin->bDefaultValueIsReadOnly = true;
+	FunctionPin->bNotConnectable = true;
+	FunctionPin->bHidden = true;
+}
+
+FText UK2Node_Switch::GetMenuCategory() const
+{
+	return LOCTEXT("SwitchCategory", "Utilities|Flow Control|Switch");
+}
+
+void UK2Node_Switch::AddPinToSwitchNode()
+{
+	const FName NewPinName = GetUniquePinName();
+	if (!NewPinName.IsNone())
+	{
+		Modify();
+		CreatePin(EGPD_Output, UEdGraphSchema_K2::PC_Exec, NewPinName);
+	}
+}
+
+void UK2Node_Switch::RemovePinFromSwitchNode(UEdGraphPin* TargetPin)
+{
+	if (!TargetPin || TargetPin->GetOwningNodeUnchecked() != this)
+	{
+		return;
+	}
+	if (bHasDefaultPin && TargetPin == GetDefaultPin())
+	{
+		SetHasDefaultPin(false);
+		return;
+	}
+	Modify();
+	RemovePin(TargetPin);
+	UEdGraphNode::RemovePin(TargetPin);
+}
+
+void UK2Node_Switch::SetHasDefaultPin(bool bInHasDefaultPin)
+{
+	if (bHasDefaultPin == bInHasDefaultPin)
+	{
+		return;
+	}
+	if (!bInHasDefaultPin)
+	{
+		if (UEdGraphPin* DefaultPin = GetDefaultPin())
+		{
+			DefaultPin->BreakAllPinLinks(true);
+		}
+	}
+	bHasDefaultPin = bInHasDefaultPin;
+	// Pins are matched by name on reconstruction, so the execute input keeps its links though it moves.
+	ReconstructNode();
+}
+
+bool UK2Node_Switch::CanRemoveExecutionPin(UEdGraphPin* TargetPin) const
+{
+	int32 NumExecOutputs = 0;
+	for (const UEdGraphPin* Pin : Pins)
+	{
+		NumExecOutputs += (Pin->Direction == EGPD_Output && UEdGraphSchema_K2::IsExecPin(*Pin)) ? 1 : 0;
+	}
+	return NumExecOutputs > 1;
+}
+
+FName UK2Node_Switch::GetPinNameGivenIndex(int32 Index) const
+{
+	return FName(*FString::Printf(TEXT("%d"), Index));
+}
+
+UEdGraphPin* UK2Node_Switch::GetSelectionPin() const
+{
+	return FindPin(SelectionPinName);
+}
+
+UEdGraphPin* UK2Node_Switch::GetFunctionPin() const
+{
+	return FunctionName.IsNone() ? nullptr : FindPin(FunctionName);
+}
+
+UEdGraphPin* UK2Node_Switch::GetDefaultPin() const
+{
+	return (bHasDefaultPin && Pins.Num() > 0) ? Pins[0] : nullptr;
+}
+
+FString UK2Node_Switch::GetExportTextForPin(const UEdGraphPin* Pin) const
+{
+	return Pin ? Pin->PinName.ToString() : FString();
+}
+
+//////////////////////////////////////////////////////////////////////////
+// UK2Node_SwitchInteger
+
+IMPLEMENT_CLASS(UK2Node_SwitchInteger,
+	UE_NATIVE_PROPERTY(FIntProperty, StartIndex, CPF_None);
+)
+
+UK2Node_SwitchInteger::UK2Node_SwitchInteger()
+{
+	FunctionName = TEXT("NotEqual_IntInt");
+	FunctionClass = FindEngineLibrary(TEXT("KismetMathLibrary"));
+}
+
+FText UK2Node_SwitchInteger::GetNodeTitle(ENodeTitleType::Type TitleType) const
+{
+	return LOCTEXT("Switch_Interger", "Switch on Int");
+}
+
+FText UK2Node_SwitchInteger::GetTooltipText() const
+{
+	return LOCTEXT("SwitchInt_ToolTip", "Continues on the output whose case equals the selection");
+}
+
+void UK2Node_SwitchInteger::CreateSelectionPin()
+{
+	UEdGraphPin* Pin = CreatePin(EGPD_Input, UEdGraphSchema_K2::PC_Int, SelectionPinName);
+	GetDefault<UEdGraphSchema_K2>()->SetPinAutogeneratedDefaultValueBasedOnType(Pin);
+}
+
+void UK2Node_SwitchInteger::CreateCasePins()
+{
+	// A new node has no cases; a rebuilt one keeps as many as it had, numbered from StartIndex.
+	for (int32 Offset = 0; Offset < PendingCaseCount; ++Offset)
+	{
+		CreatePin(EGPD_Output, UEdGraphSchema_K2::PC_Exec, GetPinNameGivenIndex(StartIndex + Offset));
+	}
+}
+
+FEdGraphPinType UK2Node_SwitchInteger::GetPinType() const
+{
+	FEdGraphPinType PinType;
+	PinType.PinCategory = UEdGraphSchema_K2::PC_Int;
+	return PinType;
+}
+
+FName UK2Node_SwitchInteger::GetPinNameGivenIndex(int32 Index) const
+{
+	return FName(*FString::Printf(TEXT("%d"), Index));
+}
+
+FName UK2Node_SwitchInteger::GetUniquePinName()
+{
+	for (int32 Index = StartIndex;; ++Index)
+	{
+		const FName Candidate = GetPinNameGivenIndex(Index);
+		if (!FindPin(Candidate))
+		{
+			return Candidate;
+		}
+	}
+}
+
+void UK2Node_SwitchInteger::ReconstructNode()
+{
+	// Cases are renamed in order from StartIndex before the rebuild so each keeps its links.
+	int32 Value = StartIndex;
+	for (UEdGraphPin* Pin : Pins)
+	{
+		if (IsCaseOutput(*this, Pin) && Pin->PinName != DefaultPinName)
+		{
+			Pin->PinName = GetPinNameGivenIndex(Value++);
+		}
+	}
+	PendingCaseCount = Value - StartIndex;
+	Super::ReconstructNode();
+	PendingCaseCount = 0;
+}
+
+void UK2Node_SwitchInteger::ReallocatePinsDuringReconstruction(TArray<UEdGraphPin*>& OldPins)
+{
+	const int32 SavedPending = PendingCaseCount;
+	PendingCaseCount = 0;
+	AllocateDefaultPins();
+	PendingCaseCount = SavedPending;
+
+	int32 Value = StartIndex;
+	for (UEdGraphPin* OldPin : OldPins)
+	{
+		if (OldPin->Direction == EGPD_Output && UEdGraphSchema_K2::IsExecPin(*OldPin) && OldPin->PinName != DefaultPinName)
+		{
+			const FName NewPinName = GetPinNameGivenIndex(Value++);
+			OldPin->PinName = NewPinName;
+			CreatePin(EGPD_Output, UEdGraphSchema_K2::PC_Exec, NewPinName);
+		}
+	}
+}
+
+bool UK2Node_SwitchInteger::CanRemoveExecutionPin(UEdGraphPin* TargetPin) const
+{
+	if (!Super::CanRemoveExecutionPin(TargetPin))
+	{
+		return false;
+	}
+	if (TargetPin == GetDefaultPin())
+	{
+		return true;
+	}
+	// Only the last case may go, so the numbers stay consecutive.
+	const UEdGraphPin* LastCase = nullptr;
+	for (const UEdGraphPin* Pin : Pins)
+	{
+		if (IsCaseOutput(*this, Pin))
+		{
+			LastCase = Pin;
+		}
+	}
+	return TargetPin == LastCase;
+}
+
+void UK2Node_SwitchInteger::RemovePin(UEdGraphPin* TargetPin)
+{
+	int32 Value = FMath::Max(StartIndex, 0);
+	for (UEdGraphPin* Pin : Pins)
+	{
+		if (IsCaseOutput(*this, Pin) && Pin != TargetPin)
+		{
+			Pin->PinName = GetPinNameGivenIndex(Value++);
+		}
+	}
+}
+
+void UK2Node_SwitchInteger::SetStartIndex(int32 InStartIndex)
+{
+	if (StartIndex != InStartIndex)
+	{
+		StartIndex = InStartIndex;
+		ReconstructNode();
+	}
+}
+
+//////////////////////////////////////////////////////////////////////////
+// UK2Node_SwitchString
+
+IMPLEMENT_CLASS(UK2Node_SwitchString,
+	WithNameElements(UE_NATIVE_PROPERTY(FArrayProperty, PinNames, CPF_None));
+	UE_NATIVE_PROPERTY(FBoolProperty, bIsCaseSensitive, CPF_None, 0, (uint32)sizeof(bool), true);
+)
+
+UK2Node_SwitchString::UK2Node_SwitchString()
+{
+	FunctionName = TEXT("NotEqual_StriStri");
+	FunctionClass = FindEngineLibrary(TEXT("KismetStringLibrary"));
+}
+
+void UK2Node_SwitchString::SetCaseSensitive(bool bInCaseSensitive)
+{
+	bIsCaseSensitive = bInCaseSensitive;
+	FunctionName = bIsCaseSensitive ? FName(TEXT("NotEqual_StrStr")) : FName(TEXT("NotEqual_StriStri"));
+	FunctionClass = FindEngineLibrary(TEXT("KismetStringLibrary"));
+	if (Pins.Num() > 0)
+	{
+		ReconstructNode();
+	}
+}
+
+FText UK2Node_SwitchString::GetNodeTitle(ENodeTitleType::Type TitleType) const
+{
+	return LOCTEXT("Switch_String", "Switch on String");
+}
+
+FText UK2Node_SwitchString::GetTooltipText() const
+{
+	return LOCTEXT("SwitchString_ToolTip", "Continues on the output whose case equals the selection");
+}
+
+void UK2Node_SwitchString::CreateSelectionPin()
+{
+	UEdGraphPin* Pin = CreatePin(EGPD_Input, UEdGraphSchema_K2::PC_String, SelectionPinName);
+	GetDefault<UEdGraphSchema_K2>()->SetPinAutogeneratedDefaultValueBasedOnType(Pin);
+}
+
+FEdGraphPinType UK2Node_SwitchString::GetPinType() const
+{
+	FEdGraphPinType PinType;
+	PinType.PinCategory = UEdGraphSchema_K2::PC_String;
+	return PinType;
+}
+
+FName UK2Node_SwitchString::GetPinNameGivenIndex(int32 Index) const
+{
+	return PinNames.IsValidIndex(Index) ? PinNames[Index] : NAME_None;
+}
+
+void UK2Node_SwitchString::CreateCasePins()
+{
+	for (const FName& PinName : PinNames)
+	{
+		UEdGraphPin* Pin = CreatePin(EGPD_Output, UEdGraphSchema_K2::PC_Exec, PinName);
+		// The case is the text itself, shown as typed.
+		Pin->bAllowFriendlyName = false;
+	}
+}
+
+FName UK2Node_SwitchString::GetUniquePinName()
+{
+	for (int32 Index = 0;; ++Index)
+	{
+		const FName Candidate(*FString::Printf(TEXT("Case_%d"), Index));
+		if (!FindPin(Candidate))
+		{
+			return Candidate;
+		}
+	}
+}
+
+void UK2Node_SwitchString::AddPinToSwitchNode()
+{
+	Modify();
+	const FName PinName = GetUniquePinName();
+	PinNames.Add(PinName);
+	UEdGraphPin* Pin = CreatePin(EGPD_Output, UEdGraphSchema_K2::PC_Exec, PinName);
+	Pin->bAllowFriendlyName = false;
+}
+
+void UK2Node_SwitchString::RemovePin(UEdGraphPin* TargetPin)
+{
+	PinNames.Remove(TargetPin->PinName);
+}
+
+void UK2Node_SwitchString::ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const
+{
+	Super::ValidateNodeDuringCompilation(MessageLog);
+	const ESearchCase::Type CaseRule = bIsCaseSensitive ? ESearchCase::CaseSensitive : ESearchCase::IgnoreCase;
+	for (int32 Index = 0; Index < PinNames.Num(); ++Index)
+	{
+		const FString Case = PinNames[Index].ToString();
+		for (int32 Earlier = 0; Earlier < Index; ++Earlier)
+		{
+			if (Case.Equals(PinNames[Earlier].ToString(), CaseRule))
+			{
+				MessageLog.Error(*LOCTEXT("SwitchString_DuplicateCases", "@@ contains duplicate cases.").ToString(), this);
+				return;
+			}
+		}
+	}
+}
+
+//////////////////////////////////////////////////////////////////////////
+// UK2Node_SwitchName
+
+IMPLEMENT_CLASS(UK2Node_SwitchName,
+	WithNameElements(UE_NATIVE_PROPERTY(FArrayProperty, PinNames, CPF_None));
+)
+
+UK2Node_SwitchName::UK2Node_SwitchName()
+{
+	FunctionName = TEXT("NotEqual_NameName");
+	FunctionClass = FindEngineLibrary(TEXT("KismetMathLibrary"));
+}
+
+FText UK2Node_SwitchName::GetNodeTitle(ENodeTitleType::Type TitleType) const
+{
+	return LOCTEXT("Switch_Name", "Switch on Name");
+}
+
+FText UK2Node_SwitchName::GetTooltipText() const
+{
+	return LOCTEXT("SwitchName_ToolTip", "Continues on the output whose case equals the selection");
+}
+
+void UK2Node_SwitchName::CreateSelectionPin()
+{
+	UEdGraphPin* Pin = CreatePin(EGPD_Input, UEdGraphSchema_K2::PC_Name, SelectionPinName);
+	GetDefault<UEdGraphSchema_K2>()->SetPinAutogeneratedDefaultValueBasedOnType(Pin);
+}
+
+FEdGraphPinType UK2Node_SwitchName::GetPinType() const
+{
+	FEdGraphPinType PinType;
+	PinType.PinCategory = UEdGraphSchema_K2::PC_Name;
+	return PinType;
+}
+
+FName UK2Node_SwitchName::GetPinNameGivenIndex(int32 Index) const
+{
+	return PinNames.IsValidIndex(Index) ? PinNames[Index] : NAME_None;
+}
+
+void UK2Node_SwitchName::CreateCasePins()
+{
+	for (const FName& PinName : PinNames)
+	{
+		UEdGraphPin* Pin = CreatePin(EGPD_Output, UEdGraphSchema_K2::PC_Exec, PinName);
+		Pin->bAllowFriendlyName = false;
+	}
+}
+
+FName UK2Node_SwitchName::GetUniquePinName()
+{
+	for (int32 Index = 0;; ++Index)
+	{
+		const FName Candidate(*FString::Printf(TEXT("Case_%d"), Index));
+		if (!FindPin(Candidate))
+		{
+			return Candidate;
+		}
+	}
+}
+
+void UK2Node_SwitchName::AddPinToSwitchNode()
+{
+	Modify();
+	const FName PinName = GetUniquePinName();
+	PinNames.Add(PinName);
+	UEdGraphPin* Pin = CreatePin(EGPD_Output, UEdGraphSchema_K2::PC_Exec, PinName);
+	Pin->bAllowFriendlyName = false;
+}
+
+void UK2Node_SwitchName::RemovePin(UEdGraphPin* TargetPin)
+{
+	PinNames.Remove(TargetPin->PinName);
+}
+
+void UK2Node_SwitchName::ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const
+{
+	Super::ValidateNodeDuringCompilation(MessageLog);
+	for (int32 Index = 0; Index < PinNames.Num(); ++Index)
+	{
+		for (int32 Earlier = 0; Earlier < Index; ++Earlier)
+		{
+			if (PinNames[Index] == PinNames[Earlier])
+			{
+				MessageLog.Error(*LOCTEXT("SwitchName_DuplicateCases", "@@ contains duplicate cases.").ToString(), this);
+				return;
+			}
+		}
+	}
+}
+
+//////////////////////////////////////////////////////////////////////////
+// UK2Node_SwitchEnum
+
+IMPLEMENT_CLASS(UK2Node_SwitchEnum,
+	UE_NATIVE_PROPERTY(FObjectProperty, Enum, CPF_TObjectPtr, UEnum::StaticClass());
+	WithNameElements(UE_NATIVE_PROPERTY(FArrayProperty, EnumEntries, CPF_None));
+	WithTextElements(UE_NATIVE_PROPERTY(FArrayProperty, EnumFriendlyNames, CPF_None));
+)
+
+UK2Node_SwitchEnum::UK2Node_SwitchEnum()
+{
+	bHasDefaultPin = false;
+	FunctionName = TEXT("NotEqual_ByteByte");
+	FunctionClass = FindEngineLibrary(TEXT("KismetMathLibrary"));
+}
+
+void UK2Node_SwitchEnum::SetEnum(UEnum* InEnum)
+{
+	Enum = InEnum;
+	EnumEntries.Reset();
+	EnumFriendlyNames.Reset();
+	if (!Enum)
+	{
+		return;
+	}
+	for (int32 EnumIndex = 0; EnumIndex < Enum->NumEnums() - 1; ++EnumIndex)
+	{
+		if (Enum->HasMetaData(TEXT("Hidden"), EnumIndex) || Enum->HasMetaData(TEXT("Spacer"), EnumIndex))
+		{
+			continue;
+		}
+		EnumEntries.Add(FName(*Enum->GetNameStringByIndex(EnumIndex)));
+		EnumFriendlyNames.Add(Enum->GetDisplayNameTextByIndex(EnumIndex));
+	}
+}
+
+FText UK2Node_SwitchEnum::GetNodeTitle(ENodeTitleType::Type TitleType) const
+{
+	if (!Enum)
+	{
+		return LOCTEXT("SwitchEnum_BadEnumTitle", "Switch on (bad enum)");
+	}
+	FFormatNamedArguments Args;
+	Args.Add(TEXT("EnumName"), FText::FromString(Enum->GetName()));
+	return FText::Format(LOCTEXT("Switch_Enum", "Switch on {EnumName}"), Args);
+}
+
+FText UK2Node_SwitchEnum::GetTooltipText() const
+{
+	return LOCTEXT("SwitchEnum_ToolTip", "Continues on the output whose case equals the selection");
+}
+
+bool UK2Node_SwitchEnum::IsConnectionDisallowed(const UEdGraphPin* MyPin, const UEdGraphPin* OtherPin, FString& OutReason) const
+{
+	// Values of another enum never match an entry of this one.
+	const UEnum* OtherEnum = OtherPin ? Cast<UEnum>(OtherPin->PinType.PinSubCategoryObject.Get()) : nullptr;
+	return OtherEnum && OtherEnum != Enum;
+}
+
+void UK2Node_SwitchEnum::ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const
+{
+	if (!Enum)
+	{
+		MessageLog.Error(*LOCTEXT("MissingSwitchEnum", "@@ must have a valid enum - check log for 'Failed import' add a redirector or recreate the enum").ToString(), this);
+	}
+	Super::ValidateNodeDuringCompilation(MessageLog);
+}
+
+void UK2Node_SwitchEnum::CreateSelectionPin()
+{
+	UEdGraphPin* Pin = CreatePin(EGPD_Input, UEdGraphSchema_K2::PC_Byte, Enum.Get(), SelectionPinName);
+	GetDefault<UEdGraphSchema_K2>()->SetPinAutogeneratedDefaultValueBasedOnType(Pin);
+}
+
+FEdGraphPinType UK2Node_SwitchEnum::GetPinType() const
+{
+	FEdGraphPinType PinType;
+	PinType.PinCategory = UEdGraphSchema_K2::PC_Byte;
+	PinType.PinSubCategoryObject = Enum.Get();
+	return PinType;
+}
+
+void UK2Node_SwitchEnum::CreateCasePins()
+{
+	if (Enum)
+	{
+		SetEnum(Enum);
+	}
+	// Long enums start with only their first three outputs shown; the rest wait among the advanced pins.
+	const bool bUseAdvancedView = EnumEntries.Num() > 5;
+	if (bUseAdvancedView && AdvancedPinDisplay == ENodeAdvancedPins::NoPins)
+	{
+		AdvancedPinDisplay = ENodeAdvancedPins::Hidden;
+	}
+	for (int32 Index = 0; Index < EnumEntries.Num(); ++Index)
+	{
+		UEdGraphPin* Pin = CreatePin(EGPD_Output, UEdGraphSchema_K2::PC_Exec, EnumEntries[Index]);
+		if (EnumFriendlyNames.IsValidIndex(Index))
+		{
+			Pin->PinFriendlyName = EnumFriendlyNames[Index];
+		}
+		Pin->bAdvancedView = bUseAdvancedView && Index > 2;
+	}
+}
+
+void UK2Node_SwitchEnum::AddPinToSwitchNode()
+{
+	// An unwired hidden output comes back first; a wired one is always visible anyway.
+	for (UEdGraphPin* Pin : Pins)
+	{
+		if (Pin->bAdvancedView && Pin->LinkedTo.Num() == 0)
+		{
+			Pin->bAdvancedView = false;
+			return;
+		}
+	}
+	for (UEdGraphPin* Pin : Pins)
+	{
+		if (Pin->bAdvancedView)
+		{
+			Pin->bAdvancedView = false;
+			return;
+		}
+	}
+}
+
+void UK2Node_SwitchEnum::RemovePinFromSwitchNode(UEdGraphPin* TargetPin)
+{
+	if (TargetPin && TargetPin->GetOwningNodeUnchecked() == this)
+	{
+		TargetPin->bAdvancedView = true;
+		TargetPin->BreakAllPinLinks();
+	}
+}
+
+#undef LOCTEXT_NAMESPACE
