@@ -100,7 +100,9 @@ TSharedPtr<FJsonObject> FBlueprintReadUtils::ReadNodeInfo(const UEdGraphNode* No
 	}
 
 	TSharedPtr<FJsonObject> NodeObject = MakeShared<FJsonObject>();
-	FString MenuTitle = GetNodeTitleString(Node, ENodeTitleType::MenuTitle);
+	// Every key a node can carry, with the "pins" its readers add: one allocation for the object's slots.
+	NodeObject->Values.Reserve(10);
+	FString MenuTitle = GetMenuTitle(Node);
 	FString FullTitle = GetNodeTitleString(Node, ENodeTitleType::FullTitle);
 
 	// The target class is worked out the way the editor shows it, first from the title and then from the
@@ -141,6 +143,7 @@ TSharedPtr<FJsonObject> FBlueprintReadUtils::ReadPinInfo(const UEdGraphPin* Pin,
 	}
 
 	TSharedPtr<FJsonObject> PinObject = MakeShared<FJsonObject>();
+	PinObject->Values.Reserve(5);
 	PinObject->SetStringField(TEXT("name"), Pin->PinName.ToString());
 	PinObject->SetStringField(TEXT("value"), Pin->DefaultValue);
 	PinObject->SetStringField(TEXT("direction"), Pin->Direction == EGPD_Input ? TEXT("Input") : TEXT("Output"));
@@ -155,7 +158,8 @@ TSharedPtr<FJsonObject> FBlueprintReadUtils::ReadPinInfo(const UEdGraphPin* Pin,
 			continue;
 		}
 		TSharedPtr<FJsonObject> Connection = MakeShared<FJsonObject>();
-		Connection->SetStringField(TEXT("node_title"), GetNodeTitleString(LinkedNode, ENodeTitleType::MenuTitle));
+		Connection->Values.Reserve(3);
+		Connection->SetStringField(TEXT("node_title"), GetMenuTitle(LinkedNode));
 		Connection->SetStringField(TEXT("node_guid"), GetShortGuid(LinkedNode->NodeGuid));
 		Connection->SetStringField(TEXT("pin_name"), Linked->PinName.ToString());
 		Connections.Add(MakeValue(Connection));

@@ -26,14 +26,34 @@ namespace UE::CalvornBlueprint::ReadPrivate
 	/** "Missing required field '<Field>'". */
 	FString MissingFieldMessage(const TCHAR* FieldName);
 
-	/** The pin type in the shared pin type JSON of every tool. */
+	/**
+	 * The pin type in the shared pin type JSON of every tool. Inside an FDocumentScope, equal types share one
+	 * object: a document names a handful of types across thousands of pins, and it is printed, not edited.
+	 */
 	TSharedPtr<FJsonObject> PinTypeToJson(const FEdGraphPinType& PinType);
+
+	/** Marks the building of one document on this thread; pin type objects are shared until it ends. Nests. */
+	class FDocumentScope
+	{
+	public:
+		FDocumentScope();
+		~FDocumentScope();
+		FDocumentScope(const FDocumentScope&) = delete;
+		FDocumentScope& operator=(const FDocumentScope&) = delete;
+
+	private:
+		struct FPinTypeCache* PreviousCache;
+		struct FPinTypeCache* OwnCache;
+	};
 
 	/** The name of the graph's schema class, or "Unknown" when the graph has none. */
 	FString GetSchemaClassName(const UEdGraph* Graph);
 
 	/** The node's title of that kind, as text. */
 	FString GetNodeTitleString(const UEdGraphNode* Node, int32 TitleType);
+
+	/** The node's menu title; asked once per node inside an FDocumentScope, however many links name it. */
+	FString GetMenuTitle(const UEdGraphNode* Node);
 
 	/** Reads a node and appends its "pins", as both the graph and the event flow readers write nodes. */
 	TSharedPtr<FJsonObject> ReadNodeWithPins(const UEdGraphNode* Node, const TSharedPtr<FJsonObject>& Options, int32 Depth, TSet<const UEdGraph*>& VisitedGraphs, const TSet<const UEdGraphNode*>* FlowNodes);

@@ -732,6 +732,7 @@ FString FBlueprintReadUtils::ReadBlueprint(TSharedPtr<FJsonObject> Options, Calv
 		return EmptyDocument;
 	}
 
+	FDocumentScope DocumentScope;
 	TSharedPtr<FJsonObject> Document = MakeShared<FJsonObject>();
 	Document->SetStringField(TEXT("path"), Path);
 	if (Context.bSchemaRead)

@@ -47,15 +47,76 @@ namespace UE::CalvornBlueprint::ReadPrivate
 		return FString::Printf(TEXT("Missing required field '%s'"), FieldName);
 	}
 
+	/** What one document computes many times over: pin type objects, and node menu titles that every link repeats. */
+	struct FPinTypeCache
+	{
+		/** By type; few enough that a linear search wins. */
+		TArray<TPair<FEdGraphPinType, TSharedPtr<FJsonObject>>> Entries;
+		/** Looked up by node, never iterated, so its order cannot show. */
+		TMap<const UEdGraphNode*, FString> MenuTitles;
+	};
+
+	namespace
+	{
+		thread_local FPinTypeCache* ActivePinTypeCache = nullptr;
+	}
+
+	FDocumentScope::FDocumentScope()
+		: PreviousCache(ActivePinTypeCache)
+		, OwnCache(ActivePinTypeCache ? nullptr : new FPinTypeCache())
+	{
+		if (OwnCache)
+		{
+			ActivePinTypeCache = OwnCache;
+		}
+	}
+
+	FDocumentScope::~FDocumentScope()
+	{
+		if (OwnCache)
+		{
+			ActivePinTypeCache = PreviousCache;
+			delete OwnCache;
+		}
+	}
+
 	TSharedPtr<FJsonObject> PinTypeToJson(const FEdGraphPinType& PinType)
 	{
-		return FAssetOperationBase::ConvertEdGraphPinTypeToJson(PinType);
+		FPinTypeCache* Cache = ActivePinTypeCache;
+		if (!Cache)
+		{
+			return FAssetOperationBase::ConvertEdGraphPinTypeToJson(PinType);
+		}
+		for (const TPair<FEdGraphPinType, TSharedPtr<FJsonObject>>& Entry : Cache->Entries)
+		{
+			if (Entry.Key == PinType)
+			{
+				return Entry.Value;
+			}
+		}
+		TSharedPtr<FJsonObject> Json = FAssetOperationBase::ConvertEdGraphPinTypeToJson(PinType);
+		Cache->Entries.Emplace(PinType, Json);
+		return Json;
 	}
 
 	FString GetSchemaClassName(const UEdGraph* Graph)
 	{
 		const UEdGraphSchema* Schema = Graph ? Graph->GetSchema() : nullptr;
 		return Schema ? Schema->GetClass()->GetName() : FString(TEXT("Unknown"));
+	}
+
+	FString GetMenuTitle(const UEdGraphNode* Node)
+	{
+		FPinTypeCache* Cache = ActivePinTypeCache;
+		if (!Cache)
+		{
+			return GetNodeTitleString(Node, ENodeTitleType::MenuTitle);
+		}
+		if (const FString* Known = Cache->MenuTitles.Find(Node))
+		{
+			return *Known;
+		}
+		return Cache->MenuTitles.Add(Node, GetNodeTitleString(Node, ENodeTitleType::MenuTitle));
 	}
 
 	FString GetNodeTitleString(const UEdGraphNode* Node, int32 TitleType)
