@@ -8,6 +8,8 @@
 #include "K2Node_Timeline.h"
 #include "K2Node_VariableGet.h"
 #include "WidgetBlueprint.h"
+#include "Engine/SCS_Node.h"
+#include "Engine/SimpleConstructionScript.h"
 
 using namespace ActionMenuTest;
 
@@ -335,4 +337,39 @@ TEST_F(FActionMenuFixture, WidgetEventGraphOffersTheWidgetsEvents)
 	UEdGraphNode* Construct = FindRow(Rows, "Event Construct")->Action->PerformAction(EventGraphOf(Widget), nullptr, FVector2f(0.0f, 0.0f));
 	ASSERT_NE(Cast<UK2Node_Event>(Construct), nullptr);
 	EXPECT_EQ(U8(Cast<UK2Node_Event>(Construct)->EventReference.GetMemberName()), "Construct");
+}
+
+TEST_F(FActionMenuFixture, ComponentsAndCompiledFunctionsAreOffered)
+{
+	UBlueprint* Blueprint = Create(EditorTest::FindClass(TEXT("/Script/Engine.Actor")), TEXT("BP_MenuMembers"));
+	ASSERT_NE(Blueprint, nullptr);
+	ASSERT_NE(Blueprint->SimpleConstructionScript.Get(), nullptr);
+	UEdGraph* Graph = EventGraphOf(Blueprint);
+	EXPECT_EQ(FindRow(MenuFor(Blueprint, Graph), "Get Camera Mount"), nullptr);
+
+	USCS_Node* Mount = Blueprint->SimpleConstructionScript->CreateNode(EditorTest::FindClass(TEXT("/Script/Engine.SceneComponent")), TEXT("CameraMount"));
+	ASSERT_NE(Mount, nullptr);
+	Blueprint->SimpleConstructionScript->AddNode(Mount);
+	AddFunction(Blueprint, TEXT("ResetScore"));
+	FKismetEditorUtilities::CompileBlueprint(Blueprint);
+
+	const std::vector<FMenuRow> Rows = MenuFor(Blueprint, Graph);
+	const FMenuRow* Component = FindRow(Rows, "Get Camera Mount");
+	ASSERT_NE(Component, nullptr);
+	EXPECT_EQ(Component->NodeClass, "K2Node_VariableGet");
+	EXPECT_EQ(Component->Category, "Variables|Components");
+	// A component is read, never replaced.
+	EXPECT_EQ(FindRow(Rows, "Set Camera Mount"), nullptr);
+
+	const FMenuRow* Function = FindRow(Rows, "Reset Score");
+	ASSERT_NE(Function, nullptr);
+	EXPECT_EQ(Function->NodeClass, "K2Node_CallFunction");
+	UK2Node_CallFunction* Call = Cast<UK2Node_CallFunction>(Function->Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 0.0f)));
+	ASSERT_NE(Call, nullptr);
+	EXPECT_EQ(U8(Call->FunctionReference.GetMemberName()), "ResetScore");
+	EXPECT_NE(Call->GetExecPin(), nullptr);
+
+	UK2Node_VariableGet* Get = Cast<UK2Node_VariableGet>(Component->Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 200.0f)));
+	ASSERT_NE(Get, nullptr);
+	EXPECT_NE(Get->FindPin(FName(TEXT("CameraMount"))), nullptr);
 }
