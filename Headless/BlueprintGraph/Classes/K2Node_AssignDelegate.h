@@ -17,6 +17,9 @@ public:
 	UE_API UK2Node_AssignDelegate();
 
 	UE_API virtual FText GetNodeTitle(ENodeTitleType::Type TitleType) const override;
+	UE_API virtual FText GetMenuCategory() const override;
+	/** Places a custom event of the dispatcher's signature beside the node and binds it. */
+	UE_API virtual void PostPlacedNewNode() override;
 };
 
 #undef UE_API

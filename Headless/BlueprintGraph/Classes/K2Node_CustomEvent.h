@@ -2,6 +2,7 @@
 
 #include "CoreMinimal.h"
 #include "K2Node_Event.h"
+#include "Math/Vector2D.h"
 
 #ifndef BLUEPRINTGRAPH_API
 #define BLUEPRINTGRAPH_API
@@ -42,6 +43,12 @@ public:
 
 	/** Gives the event the parameters of a delegate signature, as when it is made from a delegate pin. */
 	UE_API void SetDelegateSignature(const UFunction* DelegateSignature);
+
+	/**
+	 * Places a custom event named Name in ParentGraph at GraphPosition, with one parameter per input of Function
+	 * (a delegate signature, to bind the event to). Null without a graph or function.
+	 */
+	static UE_API UK2Node_CustomEvent* CreateFromFunction(FVector2D GraphPosition, UEdGraph* ParentGraph, const FString& Name, const UFunction* Function, bool bSelectNewNode = true);
 
 	/** Names the node after its custom function name with the first free "_N" suffix from StartIndex. */
 	UE_API void RenameCustomEventCloseToName(int32 StartIndex = 1);

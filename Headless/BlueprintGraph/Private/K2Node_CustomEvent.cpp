@@ -1,6 +1,7 @@
 #include "K2Node_CustomEvent.h"
 
 #include "BlueprintNodeStatics.h"
+#include "EdGraph/EdGraph.h"
 #include "EdGraphSchema_K2.h"
 #include "Engine/Blueprint.h"
 #include "Engine/BlueprintGeneratedClass.h"
@@ -154,6 +155,40 @@ uint32 UK2Node_CustomEvent::GetNetFlags() const
 		NetFlags = uint32(ParentFunction->FunctionFlags) & FUNC_NetFuncFlags;
 	}
 	return (NetFlags & FUNC_Net) ? NetFlags : 0;
+}
+
+UK2Node_CustomEvent* UK2Node_CustomEvent::CreateFromFunction(FVector2D GraphPosition, UEdGraph* ParentGraph, const FString& Name, const UFunction* Function, bool bSelectNewNode)
+{
+	if (!ParentGraph || !Function)
+	{
+		return nullptr;
+	}
+	UK2Node_CustomEvent* EventNode = NewObject<UK2Node_CustomEvent>(ParentGraph);
+	EventNode->CustomFunctionName = FName(*Name);
+	EventNode->SetFlags(RF_Transactional);
+	ParentGraph->Modify();
+	ParentGraph->AddNode(EventNode, true, bSelectNewNode);
+	EventNode->CreateNewGuid();
+	EventNode->PostPlacedNewNode();
+	EventNode->AllocateDefaultPins();
+	const UEdGraphSchema_K2* K2Schema = GetDefault<UEdGraphSchema_K2>();
+	for (TFieldIterator<FProperty> It(Function); It && It->HasAnyPropertyFlags(CPF_Parm); ++It)
+	{
+		const FProperty* Param = *It;
+		if (Param->HasAnyPropertyFlags(CPF_OutParm) && !Param->HasAnyPropertyFlags(CPF_ReferenceParm))
+		{
+			continue;
+		}
+		FEdGraphPinType PinType;
+		if (K2Schema->ConvertPropertyToPinType(Param, PinType))
+		{
+			EventNode->CreateUserDefinedPin(Param->GetFName(), PinType, EGPD_Output);
+		}
+	}
+	EventNode->NodePosX = int32(GraphPosition.X);
+	EventNode->NodePosY = int32(GraphPosition.Y);
+	EventNode->SnapToGrid(16);
+	return EventNode;
 }
 
 void UK2Node_CustomEvent::SetDelegateSignature(const UFunction* DelegateSignature)

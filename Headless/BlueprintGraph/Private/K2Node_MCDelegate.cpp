@@ -4,9 +4,11 @@
 #include "K2Node_BaseMCDelegate.h"
 #include "K2Node_CallDelegate.h"
 #include "K2Node_ClearDelegate.h"
+#include "K2Node_CustomEvent.h"
 #include "K2Node_RemoveDelegate.h"
 
 #include "BlueprintNodeStatics.h"
+#include "EdGraph/EdGraph.h"
 #include "EdGraphSchema_K2.h"
 #include "Engine/Blueprint.h"
 #include "Kismet2/CompilerResultsLog.h"
@@ -262,12 +264,89 @@ UK2Node_AssignDelegate::UK2Node_AssignDelegate()
 
 FText UK2Node_AssignDelegate::GetNodeTitle(ENodeTitleType::Type TitleType) const
 {
-	// Placed, it is an ordinary bind node; only the menu names it after what it does in one step.
-	if (TitleType == ENodeTitleType::MenuTitle)
+	// Placed, it is an ordinary bind node; lists name it after what it does in one step.
+	if (TitleType == ENodeTitleType::ListView || TitleType == ENodeTitleType::MenuTitle)
 	{
-		return FormatWithProperty(LOCTEXT("AssignDelegateTitle", "Assign {PropertyName}"), *this);
+		const FProperty* Property = GetProperty();
+		if (!Property)
+		{
+			return LOCTEXT("InvalidPropertyTitle", "Assign <invalid delegate>");
+		}
+		return FText::Format(LOCTEXT("AssignDelegateTitle", "Assign {0}"), Property->GetDisplayNameText());
 	}
 	return Super::GetNodeTitle(TitleType);
+}
+
+FText UK2Node_AssignDelegate::GetMenuCategory() const
+{
+	const FProperty* Property = GetProperty();
+	if (Property && Property->HasMetaData(TEXT("Category")))
+	{
+		return FText::FromString(Property->GetMetaData(TEXT("Category")));
+	}
+	return Super::GetMenuCategory();
+}
+
+void UK2Node_AssignDelegate::PostPlacedNewNode()
+{
+	Super::PostPlacedNewNode();
+	UEdGraphPin* InDelegatePin = GetDelegatePin();
+	const FMulticastDelegateProperty* Property = CastField<FMulticastDelegateProperty>(GetProperty());
+	if (!InDelegatePin || InDelegatePin->LinkedTo.Num() > 0 || !Property || !Property->SignatureFunction)
+	{
+		return;
+	}
+	// "<Dispatcher>_Event", numbered when the name is taken by a member or an event of the Blueprint.
+	const FString BaseName = FString::Printf(TEXT("%s_Event"), *Property->GetName());
+	auto IsTaken = [this](const FName Name)
+	{
+		const UBlueprint* Blueprint = GetBlueprint();
+		const UClass* BlueprintClass = GetBlueprintClassFromNode();
+		if (BlueprintClass && (BlueprintClass->FindFunctionByName(Name) || BlueprintClass->FindPropertyByName(Name)))
+		{
+			return true;
+		}
+		if (!Blueprint)
+		{
+			return false;
+		}
+		TArray<UEdGraph*> Graphs;
+		Blueprint->GetAllGraphs(Graphs);
+		for (const UEdGraph* Graph : Graphs)
+		{
+			if (Graph->GetFName() == Name)
+			{
+				return true;
+			}
+			for (const UEdGraphNode* Node : Graph->Nodes)
+			{
+				const UK2Node_Event* Event = Cast<UK2Node_Event>(Node);
+				if (Event && Event->GetFunctionName() == Name)
+				{
+					return true;
+				}
+			}
+		}
+		for (const FBPVariableDescription& Variable : Blueprint->NewVariables)
+		{
+			if (Variable.VarName == Name)
+			{
+				return true;
+			}
+		}
+		return false;
+	};
+	FName EventName(*BaseName);
+	for (int32 Suffix = 0; IsTaken(EventName); ++Suffix)
+	{
+		EventName = FName(*FString::Printf(TEXT("%s_%d"), *BaseName, Suffix));
+	}
+	UK2Node_CustomEvent* EventNode = UK2Node_CustomEvent::CreateFromFunction(FVector2D(NodePosX - 150.0, NodePosY + 150.0), GetGraph(),
+		EventName.ToString(), Property->SignatureFunction, false);
+	if (EventNode)
+	{
+		GetDefault<UEdGraphSchema_K2>()->TryCreateConnection(EventNode->GetDelegatePin(), InDelegatePin);
+	}
 }
 
 #undef LOCTEXT_NAMESPACE

@@ -6,6 +6,7 @@
 #include "K2Node_CallDelegate.h"
 #include "K2Node_ClearDelegate.h"
 #include "K2Node_CreateDelegate.h"
+#include "K2Node_CustomEvent.h"
 #include "K2Node_Literal.h"
 #include "K2Node_RemoveDelegate.h"
 #include "K2Node_Self.h"
@@ -233,4 +234,31 @@ TEST_F(NodesADelegates, DispatcherNodesSurviveSaving)
 	ASSERT_EQ(LoadedBind->GetDelegatePin()->LinkedTo.Num(), 1);
 	EXPECT_EQ(LoadedBind->GetDelegatePin()->LinkedTo[0], LoadedCreate->GetDelegateOutPin());
 	EXPECT_EQ(SaveAgainBytes(), FirstBytes);
+}
+
+TEST_F(NodesADelegates, AssignPlacesAndBindsACustomEvent)
+{
+	MakeBlueprint(FindClass(ActorPath));
+	MakeSkeleton();
+	UK2Node_AssignDelegate* Assign = PlaceDispatcherNode<UK2Node_AssignDelegate>(false);
+	Assign->NodePosX = 400;
+	Assign->NodePosY = 96;
+	EXPECT_EQ(U8(Assign->GetNodeTitle(ENodeTitleType::ListView)), "Assign On Actor Begin Overlap");
+	EXPECT_EQ(U8(Assign->GetMenuCategory()), "Collision");
+	// Placed with its pins, the node brings its event along.
+	Assign->PostPlacedNewNode();
+	ASSERT_EQ(Assign->GetDelegatePin()->LinkedTo.Num(), 1);
+	UK2Node_CustomEvent* Event = Cast<UK2Node_CustomEvent>(Assign->GetDelegatePin()->LinkedTo[0]->GetOwningNode());
+	ASSERT_NE(Event, nullptr);
+	EXPECT_EQ(U8(Event->CustomFunctionName), "OnActorBeginOverlap_Event");
+	EXPECT_EQ(DescribePins(Event), "OutputDelegate:out:delegate, then:out:exec, OverlappedActor:out:object, OtherActor:out:object");
+	EXPECT_EQ(Event->NodePosX, 256);
+	EXPECT_EQ(Event->NodePosY, 240);
+	EXPECT_TRUE(EventGraph->Nodes.Contains(Event));
+
+	// A second one finds the name taken and numbers its event.
+	UK2Node_AssignDelegate* Again = PlaceDispatcherNode<UK2Node_AssignDelegate>(false);
+	Again->PostPlacedNewNode();
+	ASSERT_EQ(Again->GetDelegatePin()->LinkedTo.Num(), 1);
+	EXPECT_EQ(U8(CastChecked<UK2Node_CustomEvent>(Again->GetDelegatePin()->LinkedTo[0]->GetOwningNode())->CustomFunctionName), "OnActorBeginOverlap_Event_0");
 }
