@@ -411,3 +411,30 @@ TEST_F(FEditorUtils, VariableNodesFollowTheirVariable)
 	EXPECT_TRUE(Graph->Nodes.Contains(LivesGet));
 	EXPECT_FALSE(FBlueprintEditorUtils::IsVariableUsed(Blueprint, TEXT("Score")));
 }
+
+#if __has_include("K2Node_Tunnel.h")
+#include "K2Node_Tunnel.h"
+
+TEST_F(FEditorUtils, MacroGraphsGetTheirEntryAndExitTunnels)
+{
+	UBlueprint* Blueprint = MakeActorBlueprint();
+	UEdGraph* Macro = FBlueprintEditorUtils::CreateNewGraph(Blueprint, TEXT("MyMacro"), UEdGraph::StaticClass(), UEdGraphSchema_K2::StaticClass());
+	FBlueprintEditorUtils::AddMacroGraph(Blueprint, Macro, true, nullptr);
+	EXPECT_TRUE(Blueprint->MacroGraphs.Contains(Macro));
+	ASSERT_EQ(Macro->Nodes.Num(), 2);
+	const UK2Node_Tunnel* Entry = Cast<UK2Node_Tunnel>(Macro->Nodes[0]);
+	const UK2Node_Tunnel* Exit = Cast<UK2Node_Tunnel>(Macro->Nodes[1]);
+	ASSERT_NE(Entry, nullptr);
+	ASSERT_NE(Exit, nullptr);
+	EXPECT_TRUE(Entry->bCanHaveOutputs);
+	EXPECT_FALSE(Entry->bCanHaveInputs);
+	EXPECT_TRUE(Exit->bCanHaveInputs);
+	EXPECT_EQ(Exit->NodePosX, 240);
+	// Adding it again changes nothing; removing it frees its name.
+	FBlueprintEditorUtils::AddMacroGraph(Blueprint, Macro, true, nullptr);
+	EXPECT_EQ(Macro->Nodes.Num(), 2);
+	FBlueprintEditorUtils::RemoveGraph(Blueprint, Macro);
+	EXPECT_FALSE(Blueprint->MacroGraphs.Contains(Macro));
+	EXPECT_EQ(U8(FBlueprintEditorUtils::FindUniqueKismetName(Blueprint, TEXT("MyMacro"))), "MyMacro");
+}
+#endif
