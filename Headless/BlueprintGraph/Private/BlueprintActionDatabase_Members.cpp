@@ -120,6 +120,11 @@ namespace UE::BlueprintGraph::ActionDatabase
 		// Variables as declared, so they are offered before the next compile.
 		for (const FBPVariableDescription& Var : Blueprint->NewVariables)
 		{
+			// A variable of a multicast delegate type is an event dispatcher: it is bound and called, not read.
+			if (Var.VarType.PinCategory == UEdGraphSchema_K2::PC_MCDelegate)
+			{
+				continue;
+			}
 			Registrar.AddBlueprintAction(Blueprint, UBlueprintVariableNodeSpawner::CreateFromBlueprintVariable(UK2Node_VariableGet::StaticClass(), Blueprint, Var));
 			if ((Var.PropertyFlags & CPF_BlueprintReadOnly) == 0)
 			{

@@ -373,3 +373,27 @@ TEST_F(FActionMenuFixture, ComponentsAndCompiledFunctionsAreOffered)
 	ASSERT_NE(Get, nullptr);
 	EXPECT_NE(Get->FindPin(FName(TEXT("CameraMount"))), nullptr);
 }
+
+TEST_F(FActionMenuFixture, EventDispatcherIsBoundAndCalledNotRead)
+{
+	UBlueprint* Blueprint = Create(EditorTest::FindClass(TEXT("/Script/Engine.Actor")), TEXT("BP_MenuDispatcher"));
+	ASSERT_NE(Blueprint, nullptr);
+	// A dispatcher as the editor declares one: a delegate variable and its signature graph.
+	ASSERT_TRUE(FBlueprintEditorUtils::AddMemberVariable(Blueprint, TEXT("OnScored"), EditorTest::PinType(UEdGraphSchema_K2::PC_MCDelegate)));
+	UEdGraph* Signature = FBlueprintEditorUtils::CreateNewGraph(Blueprint, TEXT("OnScored"), UEdGraph::StaticClass(), UEdGraphSchema_K2::StaticClass());
+	Blueprint->DelegateSignatureGraphs.Add(Signature);
+	Signature->GetSchema()->CreateDefaultNodesForGraph(*Signature);
+	FKismetEditorUtilities::CompileBlueprint(Blueprint);
+
+	const std::vector<FMenuRow> Rows = MenuFor(Blueprint, EventGraphOf(Blueprint));
+	EXPECT_EQ(FindRow(Rows, "Get On Scored"), nullptr);
+	EXPECT_EQ(FindRow(Rows, "Set On Scored"), nullptr);
+	const FMenuRow* Bind = FindRow(Rows, "Bind Event to On Scored");
+	const FMenuRow* Call = FindRow(Rows, "Call On Scored");
+	ASSERT_NE(Bind, nullptr);
+	ASSERT_NE(Call, nullptr);
+	EXPECT_EQ(Bind->NodeClass, "K2Node_AddDelegate");
+	EXPECT_EQ(Call->NodeClass, "K2Node_CallDelegate");
+	EXPECT_EQ(Bind->Category.rfind("Event Dispatchers", 0), 0u) << Bind->Category;
+	EXPECT_NE(Call->Action->PerformAction(EventGraphOf(Blueprint), nullptr, FVector2f(0.0f, 0.0f)), nullptr);
+}
