@@ -592,3 +592,35 @@ TEST_F(FCompiler, NodesAreRebuiltAgainstTheMembersTheyUse)
 	EXPECT_EQ(Pin->PinType.PinCategory, UEdGraphSchema_K2::PC_Int);
 	EXPECT_EQ(Pin->Direction, EGPD_Output);
 }
+
+TEST_F(FCompiler, EveryKindOfParentTheToolsOfferCompiles)
+{
+	struct FCase
+	{
+		const TCHAR* ParentPath;
+		EBlueprintType Type;
+	};
+	const FCase Cases[] = {
+		{ TEXT("/Script/Engine.Actor"), BPTYPE_Normal },
+		{ TEXT("/Script/Engine.ActorComponent"), BPTYPE_Normal },
+		{ TEXT("/Script/Engine.SceneComponent"), BPTYPE_Normal },
+		{ TEXT("/Script/CoreUObject.Object"), BPTYPE_Normal },
+		{ TEXT("/Script/AIModule.BTTask_BlueprintBase"), BPTYPE_Normal },
+		{ TEXT("/Script/UMG.UserWidget"), BPTYPE_Normal },
+		{ TEXT("/Script/Engine.AnimInstance"), BPTYPE_Normal },
+		{ TEXT("/Script/Engine.BlueprintFunctionLibrary"), BPTYPE_FunctionLibrary },
+		{ TEXT("/Script/CoreUObject.Interface"), BPTYPE_Interface },
+	};
+	int32 Index = 0;
+	for (const FCase& Case : Cases)
+	{
+		UClass* Parent = FindClass(Case.ParentPath);
+		ASSERT_NE(Parent, nullptr) << U8(FString(Case.ParentPath));
+		UBlueprint* Blueprint = Create(Parent, *FString::Printf(TEXT("BP_Kind%d"), Index++), Case.Type);
+		ASSERT_NE(Blueprint, nullptr) << U8(FString(Case.ParentPath));
+		FCompilerResultsLog Log = CompileWithLog(Blueprint);
+		EXPECT_EQ(Messages(Log), "") << U8(FString(Case.ParentPath));
+		EXPECT_EQ(Blueprint->Status, BS_UpToDate) << U8(FString(Case.ParentPath));
+		EXPECT_TRUE(Blueprint->GeneratedClass->IsChildOf(Parent)) << U8(FString(Case.ParentPath));
+	}
+}
