@@ -229,6 +229,17 @@ TEST_F(FCompiler, BrokenGraphsReportTheEditorsErrors)
 				Node->AllocateDefaultPins();
 			},
 			"Make sure '", BS_UpToDateWithWarnings },
+		{ "two nodes for one override event",
+			[](FCompiler&, UBlueprint* BP)
+			{
+				BeginPlay(BP);
+				Place<UK2Node_Event>(FBlueprintEditorUtils::FindEventGraph(BP), [](UK2Node_Event& Node)
+				{
+					Node.EventReference.SetExternalMember(TEXT("ReceiveBeginPlay"), AActor::StaticClass());
+					Node.bOverrideFunction = true;
+				});
+			},
+			"Found more than one function with the same name ReceiveBeginPlay", BS_Error },
 		{ "no parent class",
 			[](FCompiler&, UBlueprint* BP) { BP->ParentClass = nullptr; },
 			"Blueprint BP_Case has a malformed parent class. Parent class may have been deleted.", BS_Error },
