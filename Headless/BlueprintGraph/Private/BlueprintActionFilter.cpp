@@ -314,7 +314,8 @@ bool FBlueprintActionFilter::IsFilteredByThis(FBlueprintActionInfo& BlueprintAct
 	const bool bIsEventNode = NodeClass->IsChildOf(UK2Node_Event::StaticClass());
 
 	// A member whose class or Blueprint is gone offers nothing.
-	if ((FieldSpawner && !VarSpawner && !DelegateSpawner && !FieldSpawner->GetField() && Cast<UBlueprintFunctionNodeSpawner>(Spawner))
+	const UBlueprintFunctionNodeSpawner* FunctionSpawner = Cast<UBlueprintFunctionNodeSpawner>(Spawner);
+	if ((FunctionSpawner && !FunctionSpawner->GetFunction())
 		|| (DelegateSpawner && !DelegateSpawner->GetDelegateProperty())
 		|| (VarSpawner && !VarSpawner->GetVarProperty() && !VarSpawner->GetDeclaringBlueprint())
 		|| (EventSpawner && !EventSpawner->IsForCustomEvent() && !EventSpawner->GetEventFunction()))
