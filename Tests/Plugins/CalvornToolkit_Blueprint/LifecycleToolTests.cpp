@@ -487,3 +487,17 @@ TEST_F(LifecycleTools, TheEventGraphIsFoundOrMadeOnce)
 	EXPECT_EQ(Refusals.GetErrorMessages(), (TArray<FString>{TEXT("Invalid Blueprint or FunctionName"), TEXT("Invalid Blueprint or FunctionName"),
 		TEXT("Invalid Blueprint or DelegateName"), TEXT("Invalid parameters for ConfigureGraphSignature"), TEXT("No FunctionEntry node found in function graph")}));
 }
+
+TEST_F(LifecycleTools, EveryAssetKindCompilesInOneBatch)
+{
+	ASSERT_NE(CreateBlueprint(TEXT("/Game/Batch/BP_Actor")), nullptr);
+	ASSERT_NE(CreateBlueprint(TEXT("/Game/Batch/ABP_Anim"), TEXT("/Script/Engine.AnimInstance")), nullptr);
+	ASSERT_NE(CreateBlueprint(TEXT("/Game/Batch/WBP_Widget"), TEXT("/Script/UMG.UserWidget")), nullptr);
+	ASSERT_NE(CreateBlueprint(TEXT("/Game/Batch/BTT_Task"), TEXT("/Script/AIModule.BTTask_BlueprintBase")), nullptr);
+	ASSERT_NE(CreateBlueprint(TEXT("/Game/Batch/BP_Child"), TEXT("/Game/Batch/BP_Actor"), TEXT("blueprint")), nullptr);
+	const FToolResult Result = Call(TEXT("compile_blueprint"), TEXT(R"({"blueprint_paths": ["/Game/Batch/BP_Actor", "/Game/Batch/ABP_Anim.ABP_Anim",
+		"/Game/Batch/WBP_Widget", "BTT_Task", "/Game/Batch/BP_Child.BP_Child_C"]})"));
+	EXPECT_FALSE(Result.HasFailed()) << Describe(Result);
+	EXPECT_EQ(Result.GetSuccessMessages(), TArray<FString>{TEXT("Successfully compiled and saved 5 Blueprint(s)")}) << Describe(Result);
+	EXPECT_EQ(Result.GetModifiedObjects().Num(), 5);
+}
