@@ -89,6 +89,46 @@ namespace
 		return EGraphKind::Other;
 	}
 
+	/** Whether the graph may run nodes with exec pins: not an animation graph, nor the body of a pure function. */
+	bool DoesGraphSupportImpureFunctions(const UEdGraph* Graph)
+	{
+		const UEdGraphSchema* Schema = Graph ? Graph->GetSchema() : nullptr;
+		if (Schema && Schema->GetGraphType(Graph) == GT_Animation)
+		{
+			return false;
+		}
+		if (Graph)
+		{
+			for (const UEdGraphNode* Node : Graph->Nodes)
+			{
+				if (const UK2Node_FunctionEntry* Entry = Cast<UK2Node_FunctionEntry>(Node))
+				{
+					return !Entry->HasAnyExtraFlags(FUNC_BlueprintPure);
+				}
+			}
+		}
+		return true;
+	}
+
+	/** Whether the node the action places runs from an exec pin. */
+	bool IsImpureAction(const UBlueprintNodeSpawner* Spawner, const UFunction* Function)
+	{
+		if (Cast<UBlueprintFunctionNodeSpawner>(Spawner))
+		{
+			return Function && !Function->HasAnyFunctionFlags(FUNC_BlueprintPure);
+		}
+		if (const UBlueprintVariableNodeSpawner* VarSpawner = Cast<UBlueprintVariableNodeSpawner>(Spawner))
+		{
+			return VarSpawner->IsSetter();
+		}
+		if (Cast<UBlueprintDelegateNodeSpawner>(Spawner) || Cast<UBlueprintEventNodeSpawner>(Spawner))
+		{
+			return true;
+		}
+		const UK2Node* Template = Cast<UK2Node>(Spawner->GetTemplateNode());
+		return Template && !Template->IsNodePure();
+	}
+
 	bool IsConstructionScript(const UEdGraph* Graph)
 	{
 		return Graph && Graph->GetFName() == UEdGraphSchema_K2::FN_UserConstructionScript;
@@ -374,6 +414,10 @@ bool FBlueprintActionFilter::IsFilteredByThis(FBlueprintActionInfo& BlueprintAct
 			return true;
 		}
 		if (Function && IsConstructionScript(Graph) && Function->HasMetaData(FBlueprintMetadata::MD_UnsafeForConstructionScripts))
+		{
+			return true;
+		}
+		if (!DoesGraphSupportImpureFunctions(Graph) && IsImpureAction(Spawner, Function))
 		{
 			return true;
 		}

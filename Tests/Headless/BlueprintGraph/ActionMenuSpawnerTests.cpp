@@ -21,6 +21,7 @@
 #include "Headless/Projects/TempProjectFolder.h"
 #include "K2Node_CallFunction.h"
 #include "K2Node_Event.h"
+#include "K2Node_FunctionEntry.h"
 #include "K2Node_IfThenElse.h"
 #include "K2Node_VariableGet.h"
 #include "K2Node_VariableSet.h"
@@ -279,6 +280,28 @@ TEST_F(FActionMenuSpawnerTest, FilterOffersWhatTheGraphCanHold)
 		{"branch in function", Blueprint, FunctionGraph, Branch, false},
 	};
 	for (const FCase& Case : Cases)
+	{
+		FBlueprintActionFilter Filter;
+		Filter.Context.Blueprints.Add(Case.Blueprint);
+		Filter.Context.Graphs.Add(Case.Graph);
+		FBlueprintActionInfo Info(nullptr, Case.Spawner);
+		EXPECT_EQ(Filter.IsFiltered(Info), Case.bFiltered) << Case.Label;
+	}
+
+	// The body of a pure function runs without exec pins: only pure nodes fit.
+	UEdGraph* PureFunction = NewObject<UEdGraph>(Blueprint, TEXT("PureFunction"));
+	PureFunction->Schema = UEdGraphSchema_K2::StaticClass();
+	Blueprint->FunctionGraphs.Add(PureFunction);
+	UK2Node_FunctionEntry* Entry = NewObject<UK2Node_FunctionEntry>(PureFunction);
+	Entry->AddExtraFlags(FUNC_BlueprintPure);
+	PureFunction->AddNode(Entry, false, false);
+	UBlueprintFunctionNodeSpawner* Location = UBlueprintFunctionNodeSpawner::Create(Actor->FindFunctionByName(TEXT("K2_GetActorLocation")));
+	const FCase PureCases[] = {
+		{"plain call in pure function", Blueprint, PureFunction, Print, true},
+		{"branch in pure function", Blueprint, PureFunction, Branch, true},
+		{"pure call in pure function", Blueprint, PureFunction, Location, false},
+	};
+	for (const FCase& Case : PureCases)
 	{
 		FBlueprintActionFilter Filter;
 		Filter.Context.Blueprints.Add(Case.Blueprint);
