@@ -99,7 +99,7 @@ const FBlueprintActionUiSpec& UBlueprintNodeSpawner::PrimeDefaultUiSpec() const
 	{
 		return DefaultMenuSignature;
 	}
-	// The spec is a cache of what the template says; it is filled once, on the game thread.
+	// The menu signature caches what the template says; it is filled once, on the game thread.
 	FBlueprintActionUiSpec& Spec = const_cast<FBlueprintActionUiSpec&>(DefaultMenuSignature);
 	if (Spec.MenuName.IsEmpty())
 	{
