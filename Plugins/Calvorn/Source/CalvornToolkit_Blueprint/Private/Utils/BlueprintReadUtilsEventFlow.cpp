@@ -7,7 +7,7 @@
 #include "EdGraph/EdGraphPin.h"
 #include "EdGraphSchema_K2.h"
 #include "K2Node_ComponentBoundEvent.h"
-#include "K2Node_Event.h"
+#include "K2Node_EventNodeInterface.h"
 #include "ToolInfo.h"
 
 using namespace UE::CalvornBlueprint::ReadPrivate;
@@ -18,7 +18,8 @@ namespace
 {
 	bool IsEventNode(const UEdGraphNode* Node)
 	{
-		return Node->IsA<UK2Node_Event>() || Node->IsA<UK2Node_ComponentBoundEvent>();
+		return Node->GetInterfaceAddress(UK2Node_EventNodeInterface::StaticClass()) != nullptr
+			|| Node->IsA<UK2Node_ComponentBoundEvent>();
 	}
 
 	/**
