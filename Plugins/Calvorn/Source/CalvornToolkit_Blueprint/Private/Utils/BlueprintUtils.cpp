@@ -75,7 +75,12 @@ namespace
 			return Found;
 		}
 #endif
-		return FindBlueprintOfKind<UBlueprint>(Requested, ObjectPath, AssetName);
+		if (UBlueprint* Found = FindBlueprintOfKind<UBlueprint>(Requested, ObjectPath, AssetName))
+		{
+			return Found;
+		}
+		// A Blueprint made in memory that nobody announced to the registry is still the asset the path names.
+		return FindObject<UBlueprint>(nullptr, *ObjectPath);
 	}
 
 	const TCHAR* BlueprintTypeName(EBlueprintType Type)
@@ -140,9 +145,11 @@ bool FBlueprintUtils::SaveBlueprint(UBlueprint* Blueprint)
 	{
 		return false;
 	}
+	// The file the package came from, whatever the case it is spelled in on disk; a new package's own name otherwise.
 	FString Filename;
 	FText Reason;
-	if (!FPackageName::TryConvertLongPackageNameToFilename(Package->GetName(), Filename, FPackageName::GetAssetPackageExtension(), Reason))
+	if (!FPackageName::DoesPackageExist(Package->GetName(), &Filename)
+		&& !FPackageName::TryConvertLongPackageNameToFilename(Package->GetName(), Filename, FPackageName::GetAssetPackageExtension(), Reason))
 	{
 		return false;
 	}
