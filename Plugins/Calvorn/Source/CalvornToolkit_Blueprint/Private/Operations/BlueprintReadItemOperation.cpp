@@ -4,10 +4,9 @@
 #include "BlueprintReadUtils.h"
 #include "Dom/JsonObject.h"
 #include "Dom/JsonValue.h"
-#include "Serialization/JsonReader.h"
-#include "Serialization/JsonSerializer.h"
 #include "ToolInfo.h"
 #include "ToolResult.h"
+#include "Utils/BlueprintReadUtilsPrivate.h"
 
 namespace ToolInfo = Calvorn::ToolInfo;
 
@@ -31,12 +30,13 @@ namespace
 		EFailureWording FailureWording;
 	};
 
-	/** Whether the document's array under ArrayKey starts with a status entry: the item was not there. */
-	bool DocumentReportsMissingItem(const FString& Text, const TCHAR* ArrayKey)
+	/**
+	 * Whether the document's array under ArrayKey starts with a status entry: the item was not there. The
+	 * document is looked at as built, the very tree whose text the client receives.
+	 */
+	bool DocumentReportsMissingItem(const TSharedPtr<FJsonObject>& Root, const TCHAR* ArrayKey)
 	{
-		TSharedPtr<FJsonObject> Root;
-		const TSharedRef<TJsonReader<TCHAR>> Reader = TJsonReaderFactory<TCHAR>::Create(Text);
-		if (!FJsonSerializer::Deserialize(Reader, Root) || !Root.IsValid())
+		if (!Root.IsValid())
 		{
 			return false;
 		}
@@ -80,7 +80,8 @@ namespace
 		Request->SetArrayField(Kind.FilterField, TArray<TSharedPtr<FJsonValue>>{ MakeShared<FJsonValueString>(ItemName) });
 		Request->SetStringField(ToolInfo::FieldName_ReadTool, Kind.ToolName);
 
-		const FString Text = FBlueprintReadUtils::ReadBlueprint(Request, Result);
+		const TSharedPtr<FJsonObject> Document = UE::CalvornBlueprint::ReadPrivate::ReadBlueprintDocument(Request, Result);
+		const FString Text = FAssetOperationBase::SerializeJson(Document);
 		if (!IsDocument(Text))
 		{
 			Result.AddErrorMessage(Kind.FailureWording == EFailureWording::AtPath
@@ -89,7 +90,7 @@ namespace
 			return;
 		}
 		Result.SetData(TEXT("content"), Text);
-		if (DocumentReportsMissingItem(Text, Kind.ArrayKey))
+		if (DocumentReportsMissingItem(Document, Kind.ArrayKey))
 		{
 			Result.AddWarningMessage(FString::Printf(TEXT("'%s' %s does not exist in Blueprint: %s"), *ItemName, Kind.ItemWord, *Path));
 			return;
@@ -164,7 +165,8 @@ void FBlueprintEventReadOperation::Execute(const FJsonObject& Json, Calvorn::FTo
 	Request->SetArrayField(ToolInfo::FieldName_Events, TArray<TSharedPtr<FJsonValue>>{ MakeShared<FJsonValueObject>(Event) });
 	Request->SetStringField(ToolInfo::FieldName_ReadTool, ToolInfo::ToolName_ReadBlueprintEvent);
 
-	const FString Text = FBlueprintReadUtils::ReadBlueprint(Request, Result);
+	const TSharedPtr<FJsonObject> Document = UE::CalvornBlueprint::ReadPrivate::ReadBlueprintDocument(Request, Result);
+	const FString Text = FAssetOperationBase::SerializeJson(Document);
 	if (!IsDocument(Text))
 	{
 		Result.AddErrorMessage(FString::Printf(TEXT("Failed to read event '%s' from graph '%s' in Blueprint: %s"), *EventName, *GraphName, *Path));
@@ -172,7 +174,7 @@ void FBlueprintEventReadOperation::Execute(const FJsonObject& Json, Calvorn::FTo
 	}
 	Result.SetData(TEXT("content"), Text);
 	// The flows stand inside each graph, not at the root, so a missing event shows in the content only.
-	if (DocumentReportsMissingItem(Text, TEXT("event_flows")))
+	if (DocumentReportsMissingItem(Document, TEXT("event_flows")))
 	{
 		Result.AddWarningMessage(FString::Printf(TEXT("'%s' event does not exist in graph '%s' in Blueprint: %s"), *EventName, *GraphName, *Path));
 		return;

@@ -6,11 +6,22 @@
 
 class UEdGraph;
 class UEdGraphNode;
+
+namespace Calvorn
+{
+	class FToolResult;
+}
 struct FEdGraphPinType;
 
 /** Helpers the reader files share; not part of the module's interface. */
 namespace UE::CalvornBlueprint::ReadPrivate
 {
+	/**
+	 * The document ReadBlueprint prints, as a tree; null after a failure, which is then in Result. For callers
+	 * in this module that look into the document they also print, so that they need not parse it back.
+	 */
+	TSharedPtr<FJsonObject> ReadBlueprintDocument(const TSharedPtr<FJsonObject>& Options, Calvorn::FToolResult& Result);
+
 	/** The request's read tool, or false when the field is missing or not a string. */
 	bool TryGetReadTool(const TSharedPtr<FJsonObject>& Options, FString& OutReadTool);
 

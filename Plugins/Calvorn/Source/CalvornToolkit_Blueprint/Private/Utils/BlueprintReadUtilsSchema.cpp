@@ -692,15 +692,13 @@ namespace UE::CalvornBlueprint::ReadPrivate
 	void ReadWidgetTreeSection(UBlueprint* Blueprint, const TSharedPtr<FJsonObject>& Options, bool bWidgetTreeTool, const FString& Path, FJsonObject& Document, Calvorn::FToolResult& Result);
 }
 
-FString FBlueprintReadUtils::ReadBlueprint(TSharedPtr<FJsonObject> Options, Calvorn::FToolResult& Result)
+TSharedPtr<FJsonObject> UE::CalvornBlueprint::ReadPrivate::ReadBlueprintDocument(const TSharedPtr<FJsonObject>& Options, Calvorn::FToolResult& Result)
 {
-	static const FString EmptyDocument(TEXT("{}"));
-
 	FString Path;
 	if (!Options.IsValid() || !Options->TryGetStringField(TEXT("path"), Path))
 	{
 		Result.AddErrorMessage(MissingFieldMessage(TEXT("path")));
-		return EmptyDocument;
+		return nullptr;
 	}
 	FReadContext Context;
 	Context.Options = Options;
@@ -708,7 +706,7 @@ FString FBlueprintReadUtils::ReadBlueprint(TSharedPtr<FJsonObject> Options, Calv
 	if (!TryGetReadTool(Options, Context.ReadTool))
 	{
 		Result.AddErrorMessage(MissingFieldMessage(ToolInfo::FieldName_ReadTool));
-		return EmptyDocument;
+		return nullptr;
 	}
 	Context.bSchemaRead = Context.IsTool(ToolInfo::ToolName_ReadBlueprintSchema);
 	Context.bFinalizeRead = IsFinalizeRead(Options);
@@ -717,19 +715,19 @@ FString FBlueprintReadUtils::ReadBlueprint(TSharedPtr<FJsonObject> Options, Calv
 	{
 		Result.AddErrorMessage(FString::Printf(TEXT("Blueprint does not exist: %s"), *Path));
 		Result.AddErrorMessage(TEXT("Cannot read Blueprint. The asset may have been deleted."));
-		return EmptyDocument;
+		return nullptr;
 	}
 	Context.Blueprint = FBlueprintUtils::LoadBlueprint(Path, Result);
 	if (!Context.Blueprint)
 	{
-		return EmptyDocument;
+		return nullptr;
 	}
 	// Everything below reads the compiled class, so a Blueprint that was never compiled cannot be read.
 	Context.GeneratedClass = Cast<UBlueprintGeneratedClass>(Context.Blueprint->GeneratedClass.Get());
 	if (!Context.GeneratedClass)
 	{
 		Result.AddErrorMessage(FString::Printf(TEXT("Loaded asset is not a Blueprint: %s"), *Path));
-		return EmptyDocument;
+		return nullptr;
 	}
 
 	FDocumentScope DocumentScope;
@@ -777,12 +775,18 @@ FString FBlueprintReadUtils::ReadBlueprint(TSharedPtr<FJsonObject> Options, Calv
 	}
 	if (!bRead)
 	{
-		return EmptyDocument;
+		return nullptr;
 	}
 	if (Context.TakesSection(ToolInfo::ToolName_ReadBlueprintWidgetTree))
 	{
 		ReadWidgetTreeSection(Context.Blueprint, Options, Context.IsTool(ToolInfo::ToolName_ReadBlueprintWidgetTree), Path, *Document, Result);
 	}
 
-	return FAssetOperationBase::SerializeJson(Document);
+	return Document;
+}
+
+FString FBlueprintReadUtils::ReadBlueprint(TSharedPtr<FJsonObject> Options, Calvorn::FToolResult& Result)
+{
+	// A failed read is "{}", which is also what printing a null document gives.
+	return FAssetOperationBase::SerializeJson(ReadBlueprintDocument(Options, Result));
 }
