@@ -366,6 +366,7 @@ TEST_F(LifecycleTools, BadFunctionEntriesAreReportedAndTheRestStands)
 		{TEXT(R"({"path": "/Game/Graphs/BP_Mixed", "functions": []})"), TEXT("Missing required 'functions' array with at least one entry")},
 		{TEXT(R"({"path": "/Game/Graphs/BP_Nowhere", "functions": [{"name": "A"}]})"), TEXT("Blueprint not found: /Game/Graphs/BP_Nowhere")},
 		{TEXT(R"({"path": "/Game/Graphs/BP_Mixed", "functions": [{"name": "EventGraph"}]})"), TEXT("A graph named 'EventGraph' already exists in this Blueprint and is not a function graph; choose another name")},
+		{TEXT(R"({"path": "/Game/Graphs/BP_Mixed", "functions": [{"name": "K2_DestroyActor"}]})"), TEXT("Function 'K2_DestroyActor' already exists in parent class Actor and cannot be overridden; choose another name")},
 	};
 	for (const auto& Refusal : Refusals)
 	{
@@ -373,6 +374,17 @@ TEST_F(LifecycleTools, BadFunctionEntriesAreReportedAndTheRestStands)
 		const FToolResult Refused = Call(TEXT("bp_create_graph"), Refusal.Request);
 		EXPECT_TRUE(Refused.GetErrorMessages().Contains(Refusal.Error)) << Describe(Refused);
 		EXPECT_TRUE(Refused.GetDatas()->HasField(TEXT("duration_seconds")));
+	}
+
+	// Names the editor would not accept for a member are refused with its reason, for functions and dispatchers alike.
+	for (const TCHAR* Entry : {TEXT(R"({"name": "Bad Name!"})"), TEXT(R"({"name": "Bad Name!", "is_delegate": true})")})
+	{
+		SCOPED_TRACE(U8(Entry));
+		const FToolResult Refused = Call(TEXT("bp_create_graph"), FString::Printf(TEXT("{\"path\": \"/Game/Graphs/BP_Mixed\", \"functions\": [%s]}"), Entry));
+		ASSERT_EQ(Refused.GetErrorMessages().Num(), 1) << Describe(Refused);
+		EXPECT_TRUE(Refused.GetErrorMessages()[0].StartsWith(TEXT("Invalid "))) << Describe(Refused);
+		EXPECT_TRUE(Refused.GetErrorMessages()[0].Contains(TEXT("name 'Bad Name!': "))) << Describe(Refused);
+		EXPECT_EQ(Refused.GetDatas()->GetStringField(TEXT("functions_created")), TEXT("0"));
 	}
 }
 

@@ -11,6 +11,7 @@
 #include "K2Node_FunctionEntry.h"
 #include "K2Node_FunctionResult.h"
 #include "Kismet2/BlueprintEditorUtils.h"
+#include "Kismet2/Kismet2NameValidators.h"
 #include "ModificationReadRegistry.h"
 #include "OperationDurationScope.h"
 #include "Templates/Casts.h"
@@ -250,12 +251,37 @@ namespace
 		return EOutcome::EventOverride;
 	}
 
+	/** Whether a new member may take the name, with the editor's reason in an error when it may not. */
+	bool IsNameFreeForNewGraph(UBlueprint* Blueprint, const FString& Name, const TCHAR* What, FToolResult& Result)
+	{
+		FKismetNameValidator Validator(Blueprint);
+		const EValidatorResult Verdict = Validator.IsValid(Name);
+		if (Verdict == EValidatorResult::Ok)
+		{
+			return true;
+		}
+		Result.AddErrorMessage(FString::Printf(TEXT("Invalid %s name '%s': %s"), What, *Name, *INameValidatorInterface::GetErrorText(Name, Verdict).ToString()));
+		return false;
+	}
+
 	/** Decides what a new name is (a plain function, an override of a parent function, or an event) and makes it. */
 	UEdGraph* CreateNewFunctionOrOverride(UBlueprint* Blueprint, const FName FunctionName, FToolResult& Result, FBlueprintGraphCreateOperation::EFunctionGraphOutcome& OutOutcome)
 	{
 		using EOutcome = FBlueprintGraphCreateOperation::EFunctionGraphOutcome;
 		UFunction* ParentFunction = nullptr;
 		UClass* DeclaringClass = FBlueprintEditorUtils::GetOverrideFunctionClass(Blueprint, FunctionName, &ParentFunction);
+		if (DeclaringClass && ParentFunction && !UEdGraphSchema_K2::CanKismetOverrideFunction(ParentFunction))
+		{
+			Result.AddErrorMessage(FString::Printf(TEXT("Function '%s' already exists in parent class %s and cannot be overridden; choose another name"),
+				*FunctionName.ToString(), *DeclaringClass->GetName()));
+			OutOutcome = EOutcome::Failed;
+			return nullptr;
+		}
+		if (!DeclaringClass && !IsNameFreeForNewGraph(Blueprint, FunctionName.ToString(), TEXT("function"), Result))
+		{
+			OutOutcome = EOutcome::Failed;
+			return nullptr;
+		}
 		if (DeclaringClass && ParentFunction && UEdGraphSchema_K2::FunctionCanBePlacedAsEvent(ParentFunction))
 		{
 			OutOutcome = AddEventOverride(Blueprint, FunctionName, DeclaringClass, Result);
@@ -359,6 +385,10 @@ bool FBlueprintGraphCreateOperation::CreateDelegateSignatureGraph(UBlueprint* Bl
 	const FName DelegateFName(*Name);
 	if (FBlueprintEditorUtils::FindNewVariableIndex(Blueprint, DelegateFName) == INDEX_NONE)
 	{
+		if (!IsNameFreeForNewGraph(Blueprint, Name, TEXT("delegate"), Result))
+		{
+			return false;
+		}
 		FEdGraphPinType DelegateType;
 		DelegateType.PinCategory = UEdGraphSchema_K2::PC_MCDelegate;
 		if (!FBlueprintEditorUtils::AddMemberVariable(Blueprint, DelegateFName, DelegateType))
