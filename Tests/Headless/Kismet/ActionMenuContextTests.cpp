@@ -122,6 +122,10 @@ TEST_F(FActionMenuFixture, EventsAndDispatchersFollowTheParentClass)
 		EXPECT_NE(FindRow(ActorRows, Title), nullptr) << Title;
 		EXPECT_EQ(FindRow(ObjectRows, Title), nullptr) << Title;
 	}
+	// A member function without a category sits under "Call Function" where it is the Blueprint's own, and under
+	// its class elsewhere.
+	EXPECT_NE(FindRow(ActorRows, "Get Net Update Frequency", "Call Function"), nullptr);
+	EXPECT_NE(FindRow(ObjectRows, "Get Net Update Frequency", "Class|Actor"), nullptr);
 	// Library calls and flow control suit both.
 	EXPECT_NE(FindRow(ObjectRows, "Print String"), nullptr);
 	EXPECT_NE(FindRow(ObjectRows, "Branch"), nullptr);
