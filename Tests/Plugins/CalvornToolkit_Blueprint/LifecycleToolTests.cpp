@@ -171,9 +171,16 @@ TEST_F(LifecycleTools, BadRequestsAndParentsAreRefusedAndLeaveNothingBehind)
 	EXPECT_TRUE(Taken.GetErrorMessages()[0].Contains(TEXT("already exists")));
 	EXPECT_EQ(ReadFile(TEXT("Bad/BP_Taken.uasset")), Before);
 
-	const FToolResult BadPath = Call(TEXT("bp_create_asset"), CreateRequest(TEXT("Game/NoRoot"), TEXT("native"), TEXT("Actor")));
-	ASSERT_EQ(BadPath.GetErrorMessages().Num(), 1) << Describe(BadPath);
-	EXPECT_TRUE(BadPath.GetErrorMessages()[0].StartsWith(TEXT("Invalid Blueprint path 'Game/NoRoot'")));
+	// Paths that name no asset of their own are refused before anything is made.
+	for (const TCHAR* Path : {TEXT("Game/NoRoot"), TEXT("/Game/"), TEXT("/Game"), TEXT("/Game/../../etc/BP_Out"), TEXT("/Game/Bad/./BP_Here"),
+			 TEXT("/Engine/BP_Engine"), TEXT("/Game/Bad/BP With Spaces")})
+	{
+		SCOPED_TRACE(U8(Path));
+		const FToolResult BadPath = Call(TEXT("bp_create_asset"), CreateRequest(Path, TEXT("native"), TEXT("Actor")));
+		ASSERT_EQ(BadPath.GetErrorMessages().Num(), 1) << Describe(BadPath);
+		EXPECT_TRUE(BadPath.GetErrorMessages()[0].StartsWith(FString::Printf(TEXT("Invalid Blueprint path '%s'"), Path))) << Describe(BadPath);
+	}
+	EXPECT_EQ(FindObject<UBlueprint>(nullptr, TEXT("/Game.Game")), nullptr);
 }
 
 TEST_F(LifecycleTools, ASoundBlueprintCompilesAndIsSaved)

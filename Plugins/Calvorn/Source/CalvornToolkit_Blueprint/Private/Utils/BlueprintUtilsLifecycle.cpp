@@ -16,6 +16,7 @@
 #include "UObject/Class.h"
 #include "UObject/Package.h"
 #include "UObject/UObjectGlobals.h"
+#include "UObject/UObjectHash.h"
 
 #if __has_include("WidgetBlueprint.h")
 #include "WidgetBlueprint.h"
@@ -66,6 +67,29 @@ namespace
 			return Found;
 		}
 		return FAssetOperationBase::GetAssetClassFromAssetName(Text);
+	}
+
+	/** Takes a Blueprint that could not be saved back out of memory and the registry, with its package. */
+	void DiscardNewBlueprint(UBlueprint* Blueprint)
+	{
+		FAssetRegistryModule::AssetDeleted(Blueprint);
+		UPackage* Package = Blueprint->GetOutermost();
+		TArray<UObject*> Objects;
+		GetObjectsWithOuter(Package, Objects, /*bIncludeNestedObjects*/ true);
+		Objects.Add(Package);
+		for (UObject* Object : Objects)
+		{
+			Object->ClearFlags(RF_Standalone | RF_Public);
+			Object->MarkAsGarbage();
+		}
+	}
+
+	/** Whether a folder component of the path steps outside its folder ("." or ".."), which no asset path may. */
+	bool HasRelativeComponent(const FString& Path)
+	{
+		TArray<FString> Components;
+		Path.Replace(TEXT("\\"), TEXT("/")).ParseIntoArray(Components, TEXT("/"), /*bCullEmpty*/ true);
+		return Components.ContainsByPredicate([](const FString& Component) { return Component == TEXT(".") || Component == TEXT(".."); });
 	}
 
 	/** The Blueprint class of the asset a parent asks for; null leaves the choice to the editor. */
@@ -126,9 +150,19 @@ UBlueprint* FBlueprintUtils::CreateBlueprint(const FString& Path, TSharedPtr<FJs
 	const FString PackageName = FAssetOperationBase::GetPackageNameFromPath(ObjectPath);
 	const FString AssetName = FAssetOperationBase::GetAssetNameFromPath(ObjectPath);
 	FText Reason;
+	if (HasRelativeComponent(Path))
+	{
+		Result.AddErrorMessage(FString::Printf(TEXT("Invalid Blueprint path '%s': '.' and '..' are not allowed in asset paths"), *Path));
+		return nullptr;
+	}
 	if (!FPackageName::IsValidLongPackageName(PackageName, /*bIncludeReadOnlyRoots*/ false, &Reason))
 	{
 		Result.AddErrorMessage(FString::Printf(TEXT("Invalid Blueprint path '%s': %s"), *Path, *Reason.ToString()));
+		return nullptr;
+	}
+	if (FPackageName::GetLongPackagePath(PackageName).IsEmpty() || PackageName.Len() - FPackageName::GetLongPackagePath(PackageName).Len() <= 1)
+	{
+		Result.AddErrorMessage(FString::Printf(TEXT("Invalid Blueprint path '%s': give the asset's folder and name, such as /Game/Blueprints/BP_Door"), *Path));
 		return nullptr;
 	}
 	if (!FName::IsValidXName(AssetName, INVALID_OBJECTNAME_CHARACTERS, &Reason))
@@ -161,6 +195,8 @@ UBlueprint* FBlueprintUtils::CreateBlueprint(const FString& Path, TSharedPtr<FJs
 	Blueprint->MarkPackageDirty();
 	if (!FAssetOperationBase::SaveAsset(Blueprint, Result))
 	{
+		// Nothing is left behind: an asset that is not on disk is not half made either.
+		DiscardNewBlueprint(Blueprint);
 		return nullptr;
 	}
 	AddBlueprintToSourceControl(ObjectPath, Result);
