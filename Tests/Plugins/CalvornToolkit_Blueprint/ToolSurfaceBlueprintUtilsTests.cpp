@@ -6,10 +6,12 @@
 #include "Engine/Blueprint.h"
 #include "K2Node_FunctionEntry.h"
 #include "Kismet2/BlueprintEditorUtils.h"
+#include "Misc/FileHelper.h"
 #include "Misc/Paths.h"
 #include "Templates/Casts.h"
 #include "UObject/Class.h"
 #include "UObject/Package.h"
+#include "UObject/UObjectHash.h"
 
 #include <filesystem>
 
@@ -173,4 +175,31 @@ TEST_F(ToolSurfaceBlueprintUtils, AParentFunctionWithAReturnValueIsOverriddenAsA
 	ASSERT_NE(Entry, nullptr);
 	EXPECT_EQ(Entry->UserDefinedPins.Num(), 0);
 	EXPECT_EQ(Entry->FunctionReference.GetMemberName(), TEXT("CanJumpInternal"));
+}
+
+TEST_F(ToolSurfaceBlueprintUtils, ADamagedFileIsReportedAsSuch)
+{
+	UBlueprint* Blueprint = Create(TEXT("/Game/Utils/BP_Damaged"));
+	ASSERT_NE(Blueprint, nullptr);
+	// Out of memory, as after a restart, with the body of its file spoilt (the registry reads only the first line).
+	UPackage* Package = Blueprint->GetOutermost();
+	TArray<UObject*> Objects;
+	GetObjectsWithOuter(Package, Objects, true);
+	Objects.Add(Package);
+	for (UObject* Object : Objects)
+	{
+		Object->ClearFlags(RF_Standalone | RF_Public);
+		Object->MarkAsGarbage();
+	}
+	const FString File = ContentFile(TEXT("Utils/BP_Damaged.uasset"));
+	FString Text;
+	ASSERT_TRUE(FFileHelper::LoadFileToString(Text, *File));
+	int32 LineEnd = INDEX_NONE;
+	ASSERT_TRUE(Text.FindChar(TCHAR('\n'), LineEnd));
+	ASSERT_TRUE(FFileHelper::SaveStringToFile(Text.Left(LineEnd + 1) + TEXT("{ this is not the rest of a package"), *File));
+
+	FToolResult Result;
+	EXPECT_EQ(FBlueprintUtils::LoadBlueprint(TEXT("/Game/Utils/BP_Damaged"), Result), nullptr);
+	EXPECT_EQ(Result.GetErrorMessages(), TArray<FString>{TEXT("Failed to find or load blueprint: /Game/Utils/BP_Damaged")});
+	EXPECT_EQ(Result.GetWarningMessages(), TArray<FString>{TEXT("[Warning] The asset registry lists /Game/Utils/BP_Damaged.BP_Damaged, but its file could not be loaded; it may be damaged or written by another version")});
 }

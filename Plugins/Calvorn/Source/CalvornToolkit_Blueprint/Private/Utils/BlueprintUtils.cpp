@@ -32,7 +32,7 @@ namespace
 	 * asked rather than the object system so that assets on disk are found whether or not they are loaded.
 	 */
 	template <typename BlueprintType>
-	BlueprintType* FindBlueprintOfKind(const FString& RequestedPath, const FString& ObjectPath, const FString& AssetName)
+	BlueprintType* FindBlueprintOfKind(const FString& RequestedPath, const FString& ObjectPath, const FString& AssetName, FString& OutUnloadable)
 	{
 		IAssetRegistry& Registry = FModuleManager::LoadModuleChecked<FAssetRegistryModule>(TEXT("AssetRegistry")).Get();
 		TArray<FAssetData> Assets;
@@ -52,10 +52,19 @@ namespace
 				ByName = &Asset;
 			}
 		}
-		return ByName ? Cast<BlueprintType>(ByName->GetAsset()) : nullptr;
+		if (!ByName)
+		{
+			return nullptr;
+		}
+		BlueprintType* Loaded = Cast<BlueprintType>(ByName->GetAsset());
+		if (!Loaded)
+		{
+			OutUnloadable = ByName->GetObjectPathString();
+		}
+		return Loaded;
 	}
 
-	UBlueprint* FindBlueprint(const FString& Path)
+	UBlueprint* FindBlueprint(const FString& Path, FString& OutUnloadable)
 	{
 		const FString Requested = Path.TrimStartAndEnd();
 		if (Requested.IsEmpty())
@@ -65,17 +74,17 @@ namespace
 		const FString ObjectPath = FAssetOperationBase::NormalizeAssetPath(Requested);
 		const FString AssetName = FAssetOperationBase::GetAssetNameFromPath(ObjectPath);
 		// The most specific kind first: a Widget or Animation Blueprint is also a Blueprint.
-		if (UBlueprint* Found = FindBlueprintOfKind<UAnimBlueprint>(Requested, ObjectPath, AssetName))
+		if (UBlueprint* Found = FindBlueprintOfKind<UAnimBlueprint>(Requested, ObjectPath, AssetName, OutUnloadable))
 		{
 			return Found;
 		}
 #if CALVORN_WITH_WIDGET_BLUEPRINTS
-		if (UBlueprint* Found = FindBlueprintOfKind<UWidgetBlueprint>(Requested, ObjectPath, AssetName))
+		if (UBlueprint* Found = FindBlueprintOfKind<UWidgetBlueprint>(Requested, ObjectPath, AssetName, OutUnloadable))
 		{
 			return Found;
 		}
 #endif
-		if (UBlueprint* Found = FindBlueprintOfKind<UBlueprint>(Requested, ObjectPath, AssetName))
+		if (UBlueprint* Found = FindBlueprintOfKind<UBlueprint>(Requested, ObjectPath, AssetName, OutUnloadable))
 		{
 			return Found;
 		}
@@ -107,17 +116,23 @@ namespace
 
 UBlueprint* FBlueprintUtils::LoadBlueprint(const FString& Path, Calvorn::FToolResult& Result)
 {
-	UBlueprint* Blueprint = FindBlueprint(Path);
+	FString Unloadable;
+	UBlueprint* Blueprint = FindBlueprint(Path, Unloadable);
 	if (!Blueprint)
 	{
 		Result.AddErrorMessage(FString::Printf(TEXT("Failed to find or load blueprint: %s"), *Path));
+		if (!Unloadable.IsEmpty())
+		{
+			Result.AddWarningMessage(FString::Printf(TEXT("[Warning] The asset registry lists %s, but its file could not be loaded; it may be damaged or written by another version"), *Unloadable));
+		}
 	}
 	return Blueprint;
 }
 
 bool FBlueprintUtils::BlueprintExists(const FString& Path)
 {
-	return FindBlueprint(Path) != nullptr;
+	FString Unloadable;
+	return FindBlueprint(Path, Unloadable) != nullptr;
 }
 
 FString FBlueprintUtils::GetBlueprintName(const FString& Path)
