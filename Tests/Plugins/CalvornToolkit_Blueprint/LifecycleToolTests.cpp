@@ -361,6 +361,9 @@ TEST_F(LifecycleTools, BadFunctionEntriesAreReportedAndTheRestStands)
 	EXPECT_TRUE(Result.GetErrorMessages().Contains(TEXT("Invalid function specification for '' (index 1)"))) << Describe(Result);
 	EXPECT_TRUE(Result.GetWarningMessages().Contains(TEXT("Function 'Typo' specified a return_type but the type could not be parsed; proceeding with default result node."))) << Describe(Result);
 	EXPECT_TRUE(AnyContains(Result.GetWarningMessages(), TEXT("[Failure] Parameter 0 of 'Fine' was skipped"))) << Describe(Result);
+	const FToolResult Clash = Call(TEXT("bp_create_graph"), TEXT(R"({"path": "/Game/Graphs/BP_Mixed", "functions": [
+		{"name": "Fine", "parameters": [{"name": "Count", "direction": "output", "type": {"category": "bool"}}]}]})"));
+	EXPECT_TRUE(Clash.GetWarningMessages().Contains(TEXT("[Failure] Parameter 'Count' of 'Fine' is already an input; give the output another name"))) << Describe(Clash);
 	EXPECT_EQ(Result.GetDatas()->GetStringField(TEXT("functions_created")), TEXT("2"));
 
 	const struct
@@ -418,9 +421,20 @@ TEST_F(LifecycleTools, ADelegateSignatureIsCallableAndEditable)
 	ASSERT_NE(Variable, nullptr);
 	EXPECT_EQ(Variable->VarType.PinCategory, UEdGraphSchema_K2::PC_MCDelegate);
 
+	// A dispatcher has inputs only and returns nothing: what does not fit is said, not silently dropped.
+	const FToolResult Shaped = Call(TEXT("bp_create_graph"), TEXT(R"({"path": "/Game/Graphs/BP_Door", "functions": [
+		{"name": "OnClosed", "is_delegate": true, "parameters": [{"name": "Count", "direction": "output", "type": {"category": "int"}}], "return_type": {"category": "bool"}}]})"));
+	EXPECT_FALSE(Shaped.HasFailed()) << Describe(Shaped);
+	EXPECT_TRUE(AnyContains(Shaped.GetWarningMessages(), TEXT("[Warning] 'OnClosed' is an event dispatcher, whose parameters are all inputs"))) << Describe(Shaped);
+	EXPECT_TRUE(AnyContains(Shaped.GetWarningMessages(), TEXT("[Warning] 'OnClosed' is an event dispatcher, which returns nothing"))) << Describe(Shaped);
+	UEdGraph* Closed = FindGraph(Blueprint->DelegateSignatureGraphs, TEXT("OnClosed"));
+	ASSERT_NE(Closed, nullptr);
+	EXPECT_EQ(UserPins(FindNode<UK2Node_FunctionEntry>(Closed)), TArray<FString>{TEXT("Count:int")});
+	EXPECT_EQ(FindNode<UK2Node_FunctionResult>(Closed), nullptr);
+
 	// Asking again configures the same graph rather than making another.
 	EXPECT_FALSE(Call(TEXT("bp_create_graph"), TEXT(R"({"path": "/Game/Graphs/BP_Door", "functions": [{"name": "OnOpened", "is_delegate": true}]})")).HasFailed());
-	EXPECT_EQ(Blueprint->DelegateSignatureGraphs.Num(), 1);
+	EXPECT_EQ(Blueprint->DelegateSignatureGraphs.Num(), 2);
 }
 
 TEST_F(LifecycleTools, AParentsEventBecomesAnOverridingEventNotAFunction)

@@ -476,9 +476,23 @@ bool FBlueprintGraphCreateOperation::ConfigureGraphSignature(UBlueprint* Bluepri
 			FString Direction = TEXT("input");
 			(*Parameter)->TryGetStringField(TEXT("direction"), Direction);
 			const FName PinName(*Name.TrimStartAndEnd());
-			if (Direction.TrimStartAndEnd().Equals(TEXT("input"), ESearchCase::IgnoreCase) || bIsDelegate)
+			bool bInput = Direction.TrimStartAndEnd().Equals(TEXT("input"), ESearchCase::IgnoreCase);
+			if (!bInput && bIsDelegate)
 			{
 				// A delegate signature has inputs only: what its callers pass to the bound events.
+				Result.AddWarningMessage(FString::Printf(TEXT("[Warning] '%s' is an event dispatcher, whose parameters are all inputs; '%s' was declared as an input"), *Graph->GetName(), *Name));
+				bInput = true;
+			}
+			// One name, one parameter: the function's inputs and outputs share a namespace.
+			UK2Node_EditablePinBase* OtherSide = bInput ? static_cast<UK2Node_EditablePinBase*>(FindNodeOfClass<UK2Node_FunctionResult>(Graph)) : EntryNode;
+			if (OtherSide && OtherSide->UserDefinedPinExists(PinName))
+			{
+				Result.AddWarningMessage(FString::Printf(TEXT("[Failure] Parameter '%s' of '%s' is already an %s; give the %s another name"), *Name, *Graph->GetName(),
+					bInput ? TEXT("output") : TEXT("input"), bInput ? TEXT("input") : TEXT("output")));
+				continue;
+			}
+			if (bInput)
+			{
 				DeclareParameter(*EntryNode, PinName, Type, EGPD_Output);
 			}
 			else if (UK2Node_FunctionResult* ResultNode = FindOrAddResultNode(*Graph, EntryNode))
@@ -488,7 +502,11 @@ bool FBlueprintGraphCreateOperation::ConfigureGraphSignature(UBlueprint* Bluepri
 		}
 	}
 
-	if (Entry.HasTypedField<EJson::Object>(TEXT("return_type")) && !bIsDelegate)
+	if (Entry.HasField(TEXT("return_type")) && bIsDelegate)
+	{
+		Result.AddWarningMessage(FString::Printf(TEXT("[Warning] '%s' is an event dispatcher, which returns nothing; its return_type was not applied"), *Graph->GetName()));
+	}
+	else if (Entry.HasTypedField<EJson::Object>(TEXT("return_type")))
 	{
 		FName ReturnName;
 		FEdGraphPinType ReturnType;
