@@ -8,6 +8,7 @@
 #include "K2Node_Event.h"
 #include "K2Node_FunctionEntry.h"
 #include "K2Node_FunctionResult.h"
+#include "Kismet2/BlueprintEditorUtils.h"
 #include "Misc/FileHelper.h"
 #include "Operations/BlueprintGraphCreateOperation.h"
 #include "Misc/Paths.h"
@@ -533,4 +534,23 @@ TEST_F(LifecycleTools, EveryAssetKindCompilesInOneBatch)
 	EXPECT_FALSE(Result.HasFailed()) << Describe(Result);
 	EXPECT_EQ(Result.GetSuccessMessages(), TArray<FString>{TEXT("Successfully compiled and saved 5 Blueprint(s)")}) << Describe(Result);
 	EXPECT_EQ(Result.GetModifiedObjects().Num(), 5);
+}
+
+TEST_F(LifecycleTools, AVariableOfABlueprintsTypeKeepsThatBlueprint)
+{
+	UBlueprint* Target = CreateBlueprint(TEXT("/Game/Refs/BP_Target"));
+	UBlueprint* User = CreateBlueprint(TEXT("/Game/Refs/BP_User"));
+	ASSERT_NE(Target, nullptr);
+	ASSERT_NE(User, nullptr);
+	FEdGraphPinType TargetType;
+	TargetType.PinCategory = UEdGraphSchema_K2::PC_Object;
+	TargetType.PinSubCategoryObject = Target->GeneratedClass.Get();
+	ASSERT_TRUE(FBlueprintEditorUtils::AddMemberVariable(User, TEXT("Partner"), TargetType));
+	const FToolResult Compiled = Call(TEXT("compile_blueprint"), TEXT(R"({"blueprint_paths": ["/Game/Refs/BP_User"]})"));
+	ASSERT_FALSE(Compiled.HasFailed()) << Describe(Compiled);
+
+	const FToolResult Refused = Call(TEXT("delete_blueprint"), TEXT(R"({"path": "/Game/Refs/BP_Target"})"));
+	ASSERT_EQ(Refused.GetErrorMessages().Num(), 1) << Describe(Refused);
+	EXPECT_TRUE(Refused.GetErrorMessages()[0].Contains(TEXT("/Game/Refs/BP_User"))) << Describe(Refused);
+	EXPECT_TRUE(FPaths::FileExists(ContentFile(TEXT("Refs/BP_Target.uasset"))));
 }
