@@ -55,6 +55,8 @@ public:
 	UE_API virtual FText GetMenuCategory() const override;
 	UE_API virtual bool ShouldShowNodeProperties() const override;
 	UE_API virtual void NotifyPinConnectionListChanged(UEdGraphPin* Pin) override;
+	/** Internal-use parameters take no wire, and a wildcard parameter never takes an exec wire. */
+	UE_API virtual bool IsConnectionDisallowed(const UEdGraphPin* MyPin, const UEdGraphPin* OtherPin, FString& OutReason) const override;
 	// End of UK2Node interface
 
 	/** The function this node calls, resolved against the node's Blueprint; null when it no longer exists. */

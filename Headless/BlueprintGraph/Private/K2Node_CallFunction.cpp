@@ -725,6 +725,30 @@ void UK2Node_CallFunction::ConformDynamicOutputs()
 	}
 }
 
+bool UK2Node_CallFunction::IsConnectionDisallowed(const UEdGraphPin* MyPin, const UEdGraphPin* OtherPin, FString& OutReason) const
+{
+	if (Super::IsConnectionDisallowed(MyPin, OtherPin, OutReason))
+	{
+		return true;
+	}
+	if (!MyPin || !OtherPin)
+	{
+		return false;
+	}
+	if (MyPin->bNotConnectable)
+	{
+		OutReason = LOCTEXT("PinConnectionDisallowed", "This parameter is for internal use only.").ToString();
+		return true;
+	}
+	// The schema lets anything meet a wildcard; a parameter of a function still cannot hold an exec.
+	if (MyPin->PinType.PinCategory == UEdGraphSchema_K2::PC_Wildcard && OtherPin->PinType.PinCategory == UEdGraphSchema_K2::PC_Exec)
+	{
+		OutReason = LOCTEXT("PinExecConnectionDisallowed", "Cannot create a container of Exec pins.").ToString();
+		return true;
+	}
+	return false;
+}
+
 void UK2Node_CallFunction::PinDefaultValueChanged(UEdGraphPin* Pin)
 {
 	Super::PinDefaultValueChanged(Pin);

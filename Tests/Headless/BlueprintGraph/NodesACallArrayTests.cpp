@@ -113,3 +113,14 @@ TEST_F(NodesACallArray, SetAndMapFunctionsShareTheirElementTypes)
 	EXPECT_EQ(U8(TargetMap->PinType.PinValueType.TerminalCategory), "bool");
 	EXPECT_EQ(U8(MapAdd->FindPinChecked(TEXT("Value"))->PinType.PinCategory), "bool");
 }
+
+TEST_F(NodesACallArray, WildcardParametersRefuseExecWires)
+{
+	MakeBlueprint(FindClass(ActorPath));
+	UK2Node_CallArrayFunction* Add = PlaceArrayCall(TEXT("Array_Add"));
+	UK2Node_CallArrayFunction* Other = PlaceArrayCall(TEXT("Array_Add"));
+	const FPinConnectionResponse Response = GetDefault<UEdGraphSchema_K2>()->CanCreateConnection(Other->GetThenPin(), Add->FindPinChecked(TEXT("NewItem")));
+	EXPECT_EQ(Response.Response, CONNECT_RESPONSE_DISALLOW);
+	EXPECT_EQ(U8(Response.Message), "Cannot create a container of Exec pins.");
+	EXPECT_EQ(Add->FindPinChecked(TEXT("NewItem"))->LinkedTo.Num(), 0);
+}
