@@ -126,13 +126,25 @@ void FTypePromotion::GetAllFuncsForOp(FName OpName, TArray<UFunction*>& OutFuncs
 	{
 		return;
 	}
-	for (TFieldIterator<UFunction> It(Library); It; ++It)
+	// The library's functions are fixed once the catalogue is loaded: each operator's list is gathered once.
+	static TMap<FName, TArray<UFunction*>> FunctionsByOp;
+	static const UClass* CachedLibrary = nullptr;
+	if (CachedLibrary != Library)
 	{
-		FEdGraphPinType A, B, Result;
-		if (GetOpNameFromFunction(*It) == OpName && GetOperandTypes(*It, A, B, Result) && SameTerminalType(A, B))
+		FunctionsByOp.Reset();
+		CachedLibrary = Library;
+		for (TFieldIterator<UFunction> It(Library); It; ++It)
 		{
-			OutFuncs.Add(*It);
+			FEdGraphPinType A, B, Result;
+			if (GetOperandTypes(*It, A, B, Result) && SameTerminalType(A, B))
+			{
+				FunctionsByOp.FindOrAdd(GetOpNameFromFunction(*It)).Add(*It);
+			}
 		}
+	}
+	if (const TArray<UFunction*>* Found = FunctionsByOp.Find(OpName))
+	{
+		OutFuncs.Append(*Found);
 	}
 }
 
