@@ -19,9 +19,13 @@ public:
 	// UEdGraphNode interface
 	UE_API virtual void AllocateDefaultPins() override;
 	UE_API virtual FText GetNodeTitle(ENodeTitleType::Type TitleType) const override;
-	/** A function may have several return nodes; all but the last may be deleted. */
-	virtual bool CanUserDeleteNode() const override { return true; }
+	UE_API virtual FText GetTooltipText() const override;
+	/** A function may have several return nodes; an inherited signature's last one stays. */
+	UE_API virtual bool CanUserDeleteNode() const override;
 	virtual bool CanDuplicateNode() const override { return true; }
+	/** Takes the signature of the function's entry and the user outputs of an existing return node. */
+	UE_API virtual void PostPlacedNewNode() override;
+	UE_API virtual void ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const override;
 	// End of UEdGraphNode interface
 
 	// UK2Node_EditablePinBase interface
@@ -32,6 +36,13 @@ public:
 
 	/** The other return nodes of the same graph. */
 	UE_API TArray<UK2Node_FunctionResult*> GetAllResultNodes() const;
+
+	/** Adopts the entry node's function reference and editability (dropping user pins an inherited signature forbids). */
+	UE_API void SyncWithEntryNode();
+	/** Matches this node's user-defined pins to those of another return node of the graph. */
+	UE_API void SyncWithPrimaryResultNode();
+	/** Records every value pin as a user-defined pin when the node is editable. */
+	UE_API void MakePinsEditable();
 };
 
 #undef UE_API

@@ -2,6 +2,8 @@
 
 #include "EdGraph/EdGraph.h"
 #include "EdGraphSchema_K2.h"
+#include "K2Node_FunctionEntry.h"
+#include "Kismet2/CompilerResultsLog.h"
 
 #define LOCTEXT_NAMESPACE "K2Node_FunctionResult"
 
@@ -33,7 +35,185 @@ void UK2Node_FunctionResult::AllocateDefaultPins()
 
 FText UK2Node_FunctionResult::GetNodeTitle(ENodeTitleType::Type TitleType) const
 {
+	if (TitleType == ENodeTitleType::MenuTitle)
+	{
+		return LOCTEXT("FunctionResultMenu", "Add Return Node...");
+	}
 	return LOCTEXT("FunctionResult", "Return Node");
+}
+
+FText UK2Node_FunctionResult::GetTooltipText() const
+{
+	return LOCTEXT("FunctionResultTooltip", "The node terminates the function's execution. It returns output parameters.");
+}
+
+bool UK2Node_FunctionResult::CanUserDeleteNode() const
+{
+	if (bIsEditable)
+	{
+		return true;
+	}
+	const UEdGraph* Graph = GetGraph();
+	if (!Graph)
+	{
+		return true;
+	}
+	for (const UK2Node_FunctionResult* Other : GetAllResultNodes())
+	{
+		if (Other != this)
+		{
+			return true;
+		}
+	}
+	return false;
+}
+
+void UK2Node_FunctionResult::PostPlacedNewNode()
+{
+	Super::PostPlacedNewNode();
+	SyncWithEntryNode();
+	SyncWithPrimaryResultNode();
+}
+
+void UK2Node_FunctionResult::SyncWithEntryNode()
+{
+	const UEdGraph* Graph = GetGraph();
+	if (!Graph)
+	{
+		return;
+	}
+	bool bMismatched = false;
+	for (UEdGraphNode* Node : Graph->Nodes)
+	{
+		if (const UK2Node_FunctionEntry* Entry = Cast<UK2Node_FunctionEntry>(Node))
+		{
+			bMismatched = !Entry->FunctionReference.IsSameReference(FunctionReference) || (!Entry->bIsEditable && UserDefinedPins.Num() > 0);
+			bIsEditable = Entry->bIsEditable;
+			FunctionReference = Entry->FunctionReference;
+			break;
+		}
+	}
+	if (!bMismatched)
+	{
+		return;
+	}
+	if (!bIsEditable)
+	{
+		// An inherited signature decides the outputs: user pins do not belong here.
+		while (UserDefinedPins.Num() > 0)
+		{
+			RemoveUserDefinedPin(UserDefinedPins.Last());
+		}
+	}
+	// Placed before its pins exist, the node builds them from the synced state when they are allocated.
+	if (Pins.Num() > 0)
+	{
+		ReconstructNode();
+	}
+}
+
+void UK2Node_FunctionResult::SyncWithPrimaryResultNode()
+{
+	const UK2Node_FunctionResult* Primary = nullptr;
+	for (const UK2Node_FunctionResult* Other : GetAllResultNodes())
+	{
+		if (Other && Other != this)
+		{
+			Primary = Other;
+			break;
+		}
+	}
+	if (!Primary)
+	{
+		return;
+	}
+	FunctionReference = Primary->FunctionReference;
+	bIsEditable = Primary->bIsEditable;
+
+	auto SamePin = [](const TSharedPtr<FUserPinInfo>& A, const TSharedPtr<FUserPinInfo>& B)
+	{
+		return A->PinName == B->PinName && A->PinType == B->PinType && A->DesiredPinDirection == B->DesiredPinDirection;
+	};
+
+	// Drop the pins the primary node does not have, keep the matching ones (wires and values stay).
+	TArray<TSharedPtr<FUserPinInfo>> Missing;
+	for (const TSharedPtr<FUserPinInfo>& Wanted : Primary->UserDefinedPins)
+	{
+		if (Wanted.IsValid())
+		{
+			Missing.Add(Wanted);
+		}
+	}
+	TArray<TSharedPtr<FUserPinInfo>> Stale;
+	for (const TSharedPtr<FUserPinInfo>& Mine : UserDefinedPins)
+	{
+		if (!Mine.IsValid())
+		{
+			continue;
+		}
+		const int32 Match = Missing.IndexOfByPredicate([&](const TSharedPtr<FUserPinInfo>& Wanted) { return SamePin(Mine, Wanted); });
+		if (Match != INDEX_NONE)
+		{
+			Missing.RemoveAt(Match);
+		}
+		else
+		{
+			Stale.Add(Mine);
+		}
+	}
+	for (const TSharedPtr<FUserPinInfo>& Pin : Stale)
+	{
+		RemoveUserDefinedPin(Pin);
+	}
+	for (const TSharedPtr<FUserPinInfo>& Wanted : Missing)
+	{
+		TSharedPtr<FUserPinInfo> Copy = MakeShared<FUserPinInfo>();
+		Copy->PinName = Wanted->PinName;
+		Copy->PinType = Wanted->PinType;
+		Copy->DesiredPinDirection = Wanted->DesiredPinDirection;
+		UserDefinedPins.Add(Copy);
+	}
+	// Placed before its pins exist, the node builds them from the synced state when they are allocated.
+	if (Pins.Num() > 0)
+	{
+		ReconstructNode();
+	}
+}
+
+void UK2Node_FunctionResult::MakePinsEditable()
+{
+	if (!IsEditable())
+	{
+		return;
+	}
+	for (UEdGraphPin* Pin : Pins)
+	{
+		if (Pin->PinType.PinCategory != UEdGraphSchema_K2::PC_Exec && !UserDefinedPinExists(Pin->PinName))
+		{
+			UserDefinedPins.Add(MakeShared<FUserPinInfo>(*Pin));
+		}
+	}
+}
+
+void UK2Node_FunctionResult::ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const
+{
+	Super::ValidateNodeDuringCompilation(MessageLog);
+
+	const TArray<UK2Node_FunctionResult*> All = GetAllResultNodes();
+	const UK2Node_FunctionResult* First = All.Num() > 0 ? All[0] : nullptr;
+	if (!First || First == this)
+	{
+		return;
+	}
+	for (const UEdGraphPin* Pin : Pins)
+	{
+		const UEdGraphPin* Counterpart = First->FindPin(Pin->PinName);
+		if (!Counterpart || Counterpart->PinType != Pin->PinType)
+		{
+			MessageLog.Error(*LOCTEXT("ResultNodesDiffer", "Return nodes don't match each other: @@, @@").ToString(), this, First);
+			break;
+		}
+	}
 }
 
 bool UK2Node_FunctionResult::CanCreateUserDefinedPin(const FEdGraphPinType& InPinType, EEdGraphPinDirection InDesiredDirection, FText& OutErrorMessage)

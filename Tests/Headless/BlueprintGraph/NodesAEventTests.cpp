@@ -317,3 +317,60 @@ TEST_F(NodesAEvents, PinsThatVanishStayAsOrphansWhileWired)
 	EXPECT_EQ(Custom->FindPin(TEXT("Loudness")), nullptr);
 	EXPECT_EQ(DescribePins(Custom), "OutputDelegate:out:delegate, then:out:exec");
 }
+
+TEST_F(NodesAEvents, ExtraReturnNodesFollowTheFirstOne)
+{
+	MakeBlueprint(FindClass(ActorPath));
+	UEdGraph* Function = AddFunctionGraph(TEXT("Measure"));
+	Place<UK2Node_FunctionEntry>(Function, [](UK2Node_FunctionEntry& Node)
+	{
+		Node.FunctionReference.SetExternalMember(TEXT("Measure"), nullptr);
+		Node.bIsEditable = true;
+	});
+	UK2Node_FunctionResult* First = Place<UK2Node_FunctionResult>(Function, [](UK2Node_FunctionResult&) {});
+	EXPECT_TRUE(First->bIsEditable);
+	EXPECT_EQ(U8(First->FunctionReference.GetMemberName()), "Measure");
+	ASSERT_NE(First->CreateUserDefinedPin(TEXT("Length"), PinType(UEdGraphSchema_K2::PC_Int), EGPD_Input), nullptr);
+	EXPECT_TRUE(First->CanUserDeleteNode());
+
+	UK2Node_FunctionResult* Second = Place<UK2Node_FunctionResult>(Function, [](UK2Node_FunctionResult&) {});
+	EXPECT_EQ(DescribePins(Second), "execute:in:exec, Length:in:int");
+	EXPECT_EQ(U8(Second->GetNodeTitle(ENodeTitleType::MenuTitle)), "Add Return Node...");
+	EXPECT_EQ(U8(Second->GetTooltipText()), "The node terminates the function's execution. It returns output parameters.");
+
+	// A stale pin on a later node is dropped and the missing one added when it syncs again.
+	ASSERT_NE(Second->CreateUserDefinedPin(TEXT("Extra"), PinType(UEdGraphSchema_K2::PC_Boolean), EGPD_Input), nullptr);
+	FCompilerResultsLog Log;
+	Second->ValidateNodeDuringCompilation(Log);
+	EXPECT_EQ(Messages(Log), "Return nodes don't match each other: Return Node, Return Node\n");
+	Second->SyncWithPrimaryResultNode();
+	EXPECT_EQ(DescribePins(Second), "execute:in:exec, Length:in:int");
+	FCompilerResultsLog Clean;
+	Second->ValidateNodeDuringCompilation(Clean);
+	EXPECT_EQ(Clean.NumErrors, 0);
+}
+
+TEST_F(NodesAEvents, ReturnNodesOfAnInheritedSignatureTakeNoUserPins)
+{
+	MakeBlueprint(FindClass(ActorPath));
+	UEdGraph* Function = AddFunctionGraph(TEXT("Fixed"));
+	Place<UK2Node_FunctionEntry>(Function, [](UK2Node_FunctionEntry& Node)
+	{
+		Node.FunctionReference.SetExternalMember(TEXT("Fixed"), nullptr);
+		Node.bIsEditable = false;
+	});
+	UK2Node_FunctionResult* Result = Place<UK2Node_FunctionResult>(Function, [](UK2Node_FunctionResult& Node)
+	{
+		Node.bIsEditable = true;
+		TSharedPtr<FUserPinInfo> Pasted = MakeShared<FUserPinInfo>();
+		Pasted->PinName = TEXT("Leftover");
+		Pasted->PinType = PinType(UEdGraphSchema_K2::PC_Int);
+		Pasted->DesiredPinDirection = EGPD_Input;
+		Node.UserDefinedPins.Add(Pasted);
+	});
+	EXPECT_FALSE(Result->bIsEditable);
+	EXPECT_EQ(Result->UserDefinedPins.Num(), 0);
+	EXPECT_EQ(DescribePins(Result), "execute:in:exec");
+	// The only return node of a fixed signature stays.
+	EXPECT_FALSE(Result->CanUserDeleteNode());
+}
