@@ -8,6 +8,7 @@
 #include "K2Node.h"
 #include "K2Node_CallFunction.h"
 #include "K2Node_DynamicCast.h"
+#include "K2Node_Event.h"
 #include "K2Node_FunctionEntry.h"
 #include "K2Node_FunctionResult.h"
 #include "K2Node_MakeArray.h"
@@ -1729,17 +1730,9 @@ float UEdGraphSchema_K2::EstimateNodeHeight(UEdGraphNode* Node)
 		BaseHeight = 80.0f;
 		PinHeight = 18.0f;
 	}
-	else
+	else if (Node->IsA(UK2Node_Event::StaticClass()))
 	{
-		// Event nodes live above this module's node set; they are recognised by class name.
-		for (const UClass* Class = Node->GetClass(); Class; Class = Class->GetSuperClass())
-		{
-			if (Class->GetFName() == FName(TEXT("K2Node_Event")))
-			{
-				PinHeight = 16.0f;
-				break;
-			}
-		}
+		PinHeight = 16.0f;
 	}
 	if (PinHeight == 0.0f)
 	{

@@ -2,6 +2,7 @@
 
 #include "K2Node_CallFunction.h"
 #include "K2Node_DynamicCast.h"
+#include "K2Node_Event.h"
 #include "K2Node_ExecutionSequence.h"
 #include "K2Node_IfThenElse.h"
 #include "K2Node_MacroInstance.h"
@@ -208,6 +209,16 @@ TEST_F(NodesBSchema, HeightEstimatesFollowTheEditorsRule)
 	EXPECT_FLOAT_EQ(UEdGraphSchema_K2::EstimateNodeHeight(Place<UK2Node_IfThenElse>()), 48.0f);
 	EXPECT_FLOAT_EQ(UEdGraphSchema_K2::EstimateNodeHeight(Place<UK2Node_Select>()), 48.0f);
 	EXPECT_FLOAT_EQ(UEdGraphSchema_K2::EstimateNodeHeight(nullptr), 0.0f);
+
+	// Events: 48 plus 16 per row (delegate output and then; the rest of BeginPlay's pins are none).
+	UK2Node_Event* BeginPlay = Place<UK2Node_Event>([](UK2Node_Event& Node) { Node.EventReference.SetExternalMember(TEXT("ReceiveBeginPlay"), AActor::StaticClass()); Node.bOverrideFunction = true; });
+	int32 EventOutputs = 0;
+	for (const UEdGraphPin* Pin : BeginPlay->Pins)
+	{
+		EventOutputs += (!Pin->bHidden && Pin->Direction == EGPD_Output) ? 1 : 0;
+	}
+	EXPECT_GT(EventOutputs, 0);
+	EXPECT_FLOAT_EQ(UEdGraphSchema_K2::EstimateNodeHeight(BeginPlay), 48.0f + 16.0f * float(EventOutputs));
 }
 
 // Every node saves its settings and pins, loads back the same, and saves to the same bytes again.
