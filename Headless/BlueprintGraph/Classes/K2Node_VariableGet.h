@@ -31,6 +31,8 @@ public:
 	UE_API virtual void AllocateDefaultPins() override;
 	UE_API virtual FText GetNodeTitle(ENodeTitleType::Type TitleType) const override;
 	UE_API virtual FText GetTooltipText() const override;
+	/** Reports reads of members that Blueprints may not see, or private members of another class. */
+	UE_API virtual void ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const override;
 	// End of UEdGraphNode interface
 
 	// UK2Node interface

@@ -3,6 +3,7 @@
 #include "BlueprintNodeStatics.h"
 #include "EdGraphSchema_K2.h"
 #include "Engine/Blueprint.h"
+#include "Kismet2/CompilerResultsLog.h"
 #include "UObject/UnrealType.h"
 
 #define LOCTEXT_NAMESPACE "K2Node"
@@ -177,6 +178,43 @@ FText UK2Node_VariableGet::GetTooltipText() const
 		return GetPropertyTooltip(Property);
 	}
 	return BaseTooltip(GetVarName());
+}
+
+void UK2Node_VariableGet::ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const
+{
+	Super::ValidateNodeDuringCompilation(MessageLog);
+	// A function's own locals are always readable inside it.
+	if (VariableReference.IsLocalScope())
+	{
+		return;
+	}
+	const FProperty* Property = GetPropertyForVariable();
+	if (!Property)
+	{
+		return;
+	}
+	const bool bVisible = Property->HasAnyPropertyFlags(CPF_BlueprintVisible);
+	bool bForeignPrivate = false;
+	if (bVisible && Property->HasMetaData(FBlueprintMetadata::MD_Private) && Property->GetBoolMetaData(FBlueprintMetadata::MD_Private))
+	{
+		const UClass* OwnerClass = Property->GetOwnerClass();
+		bForeignPrivate = !OwnerClass || OwnerClass->ClassGeneratedBy != GetBlueprint();
+	}
+	if (bVisible && !bForeignPrivate)
+	{
+		return;
+	}
+	const UObject* Owner = Property->GetOwnerUObject();
+	FFormatNamedArguments Args;
+	Args.Add(TEXT("VariableName"), FText::AsCultureInvariant(Owner ? FString::Printf(TEXT("%s.%s"), *Owner->GetName(), *Property->GetName()) : Property->GetName()));
+	if (!bVisible)
+	{
+		MessageLog.Error(*FText::Format(LOCTEXT("UnableToGet_NotVisible", "{VariableName} is not blueprint visible (BlueprintReadOnly or BlueprintReadWrite). Please fix mark up or cease accessing as this will be made an error in a future release. @@"), Args).ToString(), this);
+	}
+	else
+	{
+		MessageLog.Error(*FText::Format(LOCTEXT("UnableToGet_ReadOnly", "{VariableName} is private and not accessible in this context. Please fix mark up or cease accessing as this will be an error in a future release. @@"), Args).ToString(), this);
+	}
 }
 
 #undef LOCTEXT_NAMESPACE

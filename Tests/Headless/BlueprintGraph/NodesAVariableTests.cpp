@@ -292,3 +292,35 @@ TEST_F(NodesAVariables, FollowRenames)
 	EXPECT_EQ(U8(Stale->GetVarName()), "Vitality");
 	EXPECT_EQ(DescribePins(Stale), "Vitality:out:real/double, self:in:object (hidden)");
 }
+
+TEST_F(NodesAVariables, ReadsOfHiddenOrForeignPrivateMembersFailToCompile)
+{
+	MakeBlueprint(FindClass(ActorPath));
+	UClass* Skeleton = MakeSkeleton();
+	FProperty* Secret = Skeleton->FindPropertyByName(TEXT("Secret"));
+	FProperty* Health = Skeleton->FindPropertyByName(TEXT("Health"));
+	ASSERT_TRUE(Secret && Health);
+
+	UK2Node_VariableGet* GetSecret = PlaceSelf<UK2Node_VariableGet>(TEXT("Secret"));
+	UK2Node_VariableGet* GetHealth = PlaceSelf<UK2Node_VariableGet>(TEXT("Health"));
+	Secret->ClearPropertyFlags(CPF_BlueprintVisible);
+	Health->SetMetaData(FBlueprintMetadata::MD_Private, TEXT("true"));
+
+	FCompilerResultsLog Hidden;
+	GetSecret->ValidateNodeDuringCompilation(Hidden);
+	EXPECT_EQ(Hidden.NumErrors, 1);
+	EXPECT_EQ(Messages(Hidden).rfind("SKEL_BP_Test_C.Secret is not blueprint visible (BlueprintReadOnly or BlueprintReadWrite).", 0), 0u) << Messages(Hidden);
+
+	// Private members are readable in the Blueprint that declares them...
+	FCompilerResultsLog Own;
+	GetHealth->ValidateNodeDuringCompilation(Own);
+	EXPECT_EQ(Own.NumErrors, 0) << Messages(Own);
+
+	// ...and nowhere else.
+	Skeleton->ClassGeneratedBy = nullptr;
+	FCompilerResultsLog Foreign;
+	GetHealth->ValidateNodeDuringCompilation(Foreign);
+	Skeleton->ClassGeneratedBy = Blueprint;
+	EXPECT_EQ(Foreign.NumErrors, 1);
+	EXPECT_EQ(Messages(Foreign).rfind("SKEL_BP_Test_C.Health is private and not accessible in this context.", 0), 0u) << Messages(Foreign);
+}
