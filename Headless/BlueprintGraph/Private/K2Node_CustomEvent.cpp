@@ -61,15 +61,11 @@ FText UK2Node_CustomEvent::GetNodeTitle(ENodeTitleType::Type TitleType) const
 	{
 		return FText::FromName(CustomFunctionName);
 	}
-	const FText RPCString = GetLocalizedNetString(FunctionFlags, false);
+	// The net string follows the name directly, as the engine writes it.
 	FFormatNamedArguments Args;
 	Args.Add(TEXT("FunctionName"), FText::FromName(CustomFunctionName));
-	if (RPCString.IsEmpty())
-	{
-		return FText::Format(NSLOCTEXT("K2Node", "CustomEvent_Name", "{FunctionName}\nCustom Event"), Args);
-	}
-	Args.Add(TEXT("RPCString"), RPCString);
-	return FText::Format(NSLOCTEXT("K2Node", "CustomEvent_NameWithRPC", "{FunctionName}\n{RPCString}\nCustom Event"), Args);
+	Args.Add(TEXT("RPCString"), GetLocalizedNetString(FunctionFlags, false));
+	return FText::Format(NSLOCTEXT("K2Node", "CustomEvent_Name", "{FunctionName}{RPCString}\nCustom Event"), Args);
 }
 
 FText UK2Node_CustomEvent::GetTooltipText() const

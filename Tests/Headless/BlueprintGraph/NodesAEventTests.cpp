@@ -107,6 +107,10 @@ TEST_F(NodesAEvents, CustomEventsTakeUserPinsAndSurviveSaving)
 	EXPECT_EQ(DescribePins(Custom), "OutputDelegate:out:delegate, then:out:exec, Amount:out:real/double, Amount_0:out:bool");
 	EXPECT_EQ(U8(Custom->GetNodeTitle(ENodeTitleType::FullTitle)), "OnDoorOpened\nCustom Event");
 	EXPECT_EQ(U8(Custom->GetNodeTitle(ENodeTitleType::EditableTitle)), "OnDoorOpened");
+	// A replicated event names where it runs right after its name.
+	Custom->FunctionFlags |= FUNC_Net | FUNC_NetServer | FUNC_NetReliable;
+	EXPECT_EQ(U8(Custom->GetNodeTitle(ENodeTitleType::FullTitle)), "OnDoorOpenedRELIABLE Replicated From Client\nExecutes On Server\nCustom Event");
+	Custom->FunctionFlags &= ~(FUNC_Net | FUNC_NetServer | FUNC_NetReliable);
 	Custom->OnRenameNode(TEXT("OnDoorShut"));
 	EXPECT_EQ(U8(Custom->GetFunctionName()), "OnDoorShut");
 
