@@ -135,3 +135,19 @@ TEST(BlueprintTests, CatalogueCompletesTheNativeActorClass)
 	ASSERT_EQ(Scene, USceneComponent::StaticClass());
 	EXPECT_NE(Scene->FindFunctionByName(TEXT("K2_SetRelativeLocation")), nullptr);
 }
+
+TEST(ActorComponents, AnActorsComponentsAreThoseItOwnsInOrderAndInactiveAsTemplates)
+{
+	AActor* Actor = NewObject<AActor>(GetTransientPackage(), TEXT("ComponentOwner"));
+	USceneComponent* Root = NewObject<USceneComponent>(Actor, TEXT("Root"));
+	UActorComponent* Other = NewObject<USceneComponent>(Actor, TEXT("Other"));
+	NewObject<USceneComponent>(GetTransientPackage(), TEXT("Elsewhere"));
+	TArray<UActorComponent*> Components;
+	Actor->GetComponents(Components);
+	ASSERT_EQ(Components.Num(), 2);
+	EXPECT_EQ(Components[0], Root);
+	EXPECT_EQ(Components[1], Other);
+	EXPECT_FALSE(Root->IsActive());
+	Root->SetActiveFlag(true);
+	EXPECT_TRUE(Root->IsActive());
+}

@@ -17,4 +17,11 @@ public:
 
 	/** The actor this component belongs to: the first actor among its outers. */
 	ENGINE_API AActor* GetOwner() const;
+
+	/** Whether the component is running; templates and default objects never are. */
+	bool IsActive() const { return bIsActive; }
+	void SetActiveFlag(const bool bNewIsActive) { bIsActive = bNewIsActive; }
+
+private:
+	bool bIsActive = false;
 };

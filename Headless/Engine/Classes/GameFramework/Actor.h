@@ -20,4 +20,10 @@ public:
 
 	USceneComponent* GetRootComponent() const { return RootComponent; }
 	ENGINE_API bool SetRootComponent(USceneComponent* NewRootComponent);
+
+	/**
+	 * The components the actor owns, in the order they were made. Headless actors keep no component list: an actor's
+	 * components are the components whose outer it is (its default subobjects, for a class default object).
+	 */
+	ENGINE_API void GetComponents(TArray<UActorComponent*>& OutComponents, bool bIncludeFromChildActors = false) const;
 };

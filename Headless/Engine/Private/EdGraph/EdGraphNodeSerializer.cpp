@@ -73,25 +73,30 @@ namespace UE::Engine::Private
 			return true;
 		}
 
-		/** The pin's flags that are saved, by member name. bWasTrashed is never saved: a trashed pin is not on its node. */
+		/**
+		 * The pin's flags that are saved, by member name, with the value a new pin has: a flag is written only when it
+		 * differs from that value, so a flag that defaults to true and was cleared survives a load. bWasTrashed is never
+		 * saved: a trashed pin is not on its node.
+		 */
 		struct FPinFlag
 		{
 			const TCHAR* Name;
 			bool (*Get)(const UEdGraphPin&);
 			void (*Set)(UEdGraphPin&, bool);
+			bool bNewPinValue;
 		};
 
-#define UE_PIN_FLAG(Member) FPinFlag{TEXT(#Member), [](const UEdGraphPin& Pin) { return bool(Pin.Member); }, [](UEdGraphPin& Pin, bool bValue) { Pin.Member = bValue; }}
+#define UE_PIN_FLAG(Member, Default) FPinFlag{TEXT(#Member), [](const UEdGraphPin& Pin) { return bool(Pin.Member); }, [](UEdGraphPin& Pin, bool bValue) { Pin.Member = bValue; }, Default}
 		const FPinFlag PinFlags[] = {
-			UE_PIN_FLAG(bHidden),
-			UE_PIN_FLAG(bNotConnectable),
-			UE_PIN_FLAG(bDefaultValueIsReadOnly),
-			UE_PIN_FLAG(bDefaultValueIsIgnored),
-			UE_PIN_FLAG(bAdvancedView),
-			UE_PIN_FLAG(bDeprecated),
-			UE_PIN_FLAG(bDisplayAsMutableRef),
-			UE_PIN_FLAG(bAllowFriendlyName),
-			UE_PIN_FLAG(bOrphanedPin),
+			UE_PIN_FLAG(bHidden, false),
+			UE_PIN_FLAG(bNotConnectable, false),
+			UE_PIN_FLAG(bDefaultValueIsReadOnly, false),
+			UE_PIN_FLAG(bDefaultValueIsIgnored, false),
+			UE_PIN_FLAG(bAdvancedView, false),
+			UE_PIN_FLAG(bDeprecated, false),
+			UE_PIN_FLAG(bDisplayAsMutableRef, false),
+			UE_PIN_FLAG(bAllowFriendlyName, true),
+			UE_PIN_FLAG(bOrphanedPin, false),
 		};
 #undef UE_PIN_FLAG
 
@@ -270,9 +275,9 @@ namespace UE::Engine::Private
 				}
 				for (const FPinFlag& Flag : PinFlags)
 				{
-					if (Flag.Get(*Pin))
+					if (Flag.Get(*Pin) != Flag.bNewPinValue)
 					{
-						PinEntry->SetBoolField(Flag.Name, true);
+						PinEntry->SetBoolField(Flag.Name, Flag.Get(*Pin));
 					}
 				}
 				if (Pin->PersistentGuid.IsValid())

@@ -1,6 +1,8 @@
 #include "GameFramework/Actor.h"
 #include "Components/SceneComponent.h"
 #include "UObject/UnrealType.h"
+#include "UObject/UObjectHash.h"
+#include "Templates/Casts.h"
 
 IMPLEMENT_CLASS(AActor,
 	UE_NATIVE_PROPERTY(FObjectProperty, RootComponent, CPF_TObjectPtr, USceneComponent::StaticClass());
@@ -17,4 +19,18 @@ bool AActor::SetRootComponent(USceneComponent* NewRootComponent)
 	}
 	RootComponent = NewRootComponent;
 	return true;
+}
+
+void AActor::GetComponents(TArray<UActorComponent*>& OutComponents, bool bIncludeFromChildActors) const
+{
+	OutComponents.Reset();
+	TArray<UObject*> Inner;
+	GetObjectsWithOuter(this, Inner, false);
+	for (UObject* Object : Inner)
+	{
+		if (UActorComponent* Component = Cast<UActorComponent>(Object))
+		{
+			OutComponents.Add(Component);
+		}
+	}
 }
