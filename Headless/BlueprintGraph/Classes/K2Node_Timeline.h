@@ -31,7 +31,6 @@ public:
 	UE_API virtual FText GetNodeTitle(ENodeTitleType::Type TitleType) const override;
 	UE_API virtual FText GetTooltipText() const override;
 	UE_API virtual void OnRenameNode(const FString& NewName) override;
-	UE_API virtual void ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const override;
 	virtual bool CanDuplicateNode() const override { return false; }
 	// End of UEdGraphNode interface
 

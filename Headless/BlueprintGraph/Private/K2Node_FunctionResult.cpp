@@ -44,7 +44,7 @@ FText UK2Node_FunctionResult::GetNodeTitle(ENodeTitleType::Type TitleType) const
 
 FText UK2Node_FunctionResult::GetTooltipText() const
 {
-	return LOCTEXT("FunctionResultTooltip", "The node terminates the function's execution. It returns output parameters.");
+	return LOCTEXT("FunctionResultTooltip", "Ends the function here and hands back its output values.");
 }
 
 bool UK2Node_FunctionResult::CanUserDeleteNode() const

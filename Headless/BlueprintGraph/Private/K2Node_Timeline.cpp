@@ -3,7 +3,6 @@
 #include "EdGraphSchema_K2.h"
 #include "Engine/Blueprint.h"
 #include "Engine/TimelineTemplate.h"
-#include "Kismet2/CompilerResultsLog.h"
 #include "Math/Color.h"
 #include "Math/Vector.h"
 #include "UObject/Package.h"
@@ -120,6 +119,11 @@ void UK2Node_Timeline::AllocateDefaultPins()
 
 FText UK2Node_Timeline::GetNodeTitle(ENodeTitleType::Type TitleType) const
 {
+	// Until the Blueprint holds its template the node stands for the action that will add one.
+	if (!FindTimelineTemplate())
+	{
+		return LOCTEXT("NoTimelineTitle", "Add Timeline...");
+	}
 	return FText::FromName(TimelineName);
 }
 
@@ -143,15 +147,6 @@ void UK2Node_Timeline::OnRenameNode(const FString& NewName)
 	}
 	Modify();
 	TimelineName = NewTimelineName;
-}
-
-void UK2Node_Timeline::ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const
-{
-	Super::ValidateNodeDuringCompilation(MessageLog);
-	if (!FindTimelineTemplate())
-	{
-		MessageLog.Error(*FText::Format(LOCTEXT("MissingTimelineTemplate", "Timeline node @@ plays '{0}', which the Blueprint does not declare."), FText::FromName(TimelineName)).ToString(), this);
-	}
 }
 
 UEdGraphPin* UK2Node_Timeline::GetPlayPin() const { return FindPin(PlayPinName); }

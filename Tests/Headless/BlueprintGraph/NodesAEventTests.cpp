@@ -340,7 +340,7 @@ TEST_F(NodesAEvents, ExtraReturnNodesFollowTheFirstOne)
 	UK2Node_FunctionResult* Second = Place<UK2Node_FunctionResult>(Function, [](UK2Node_FunctionResult&) {});
 	EXPECT_EQ(DescribePins(Second), "execute:in:exec, Length:in:int");
 	EXPECT_EQ(U8(Second->GetNodeTitle(ENodeTitleType::MenuTitle)), "Add Return Node...");
-	EXPECT_EQ(U8(Second->GetTooltipText()), "The node terminates the function's execution. It returns output parameters.");
+	EXPECT_EQ(U8(Second->GetTooltipText()), "Ends the function here and hands back its output values.");
 
 	// A stale pin on a later node is dropped and the missing one added when it syncs again.
 	ASSERT_NE(Second->CreateUserDefinedPin(TEXT("Extra"), PinType(UEdGraphSchema_K2::PC_Boolean), EGPD_Input), nullptr);
