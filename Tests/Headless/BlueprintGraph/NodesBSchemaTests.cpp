@@ -3,6 +3,8 @@
 #include "K2Node_CallFunction.h"
 #include "K2Node_DynamicCast.h"
 #include "K2Node_Event.h"
+#include "K2Node_FunctionEntry.h"
+#include "K2Node_FunctionResult.h"
 #include "K2Node_ExecutionSequence.h"
 #include "K2Node_IfThenElse.h"
 #include "K2Node_MacroInstance.h"
@@ -299,4 +301,31 @@ TEST_F(NodesBSchema, StringSwitchCasesSurviveSaveAndLoad)
 	ASSERT_EQ(Loaded->PinNames.Num(), 2);
 	EXPECT_EQ(Str(Loaded->PinNames[1]), "Case_0");
 	EXPECT_EQ(DescribePins(Loaded), "Default:out:exec, execute:in:exec, Selection:in:string, NotEqual_StrStr:in:object (hidden), Open:out:exec, Case_0:out:exec");
+}
+
+TEST_F(NodesBSchema, FunctionSettingsReachTheNodesThatHoldThem)
+{
+	// AutoCreateRefTerm names, spaces and all, the parameters that need no wire.
+	UK2Node_CallFunction* MapAdd = PlaceCall(TEXT("BlueprintMapLibrary"), TEXT("Map_Add"));
+	ASSERT_NE(MapAdd->FindPin(TEXT("Key")), nullptr);
+	EXPECT_TRUE(UEdGraphSchema_K2::IsAutoCreateRefTerm(MapAdd->FindPin(TEXT("Key"))));
+	EXPECT_TRUE(UEdGraphSchema_K2::IsAutoCreateRefTerm(MapAdd->FindPin(TEXT("Value"))));
+	EXPECT_FALSE(UEdGraphSchema_K2::IsAutoCreateRefTerm(MapAdd->FindPin(TEXT("TargetMap"))));
+	EXPECT_FALSE(UEdGraphSchema_K2::IsAutoCreateRefTerm(Place<UK2Node_IfThenElse>()->GetConditionPin()));
+
+	// Extra flags and editability go to the function graph's entry (and result) nodes.
+	UEdGraph* Function = NewObject<UEdGraph>(Blueprint, TEXT("OpenDoor"), RF_Transactional);
+	Function->Schema = UEdGraphSchema_K2::StaticClass();
+	Blueprint->FunctionGraphs.Add(Function);
+	UK2Node_FunctionEntry* Entry = static_cast<UK2Node_FunctionEntry*>(Function->CreateNode(UK2Node_FunctionEntry::StaticClass(), false, false));
+	UK2Node_FunctionResult* Result = static_cast<UK2Node_FunctionResult*>(Function->CreateNode(UK2Node_FunctionResult::StaticClass(), false, false));
+	const int32 Before = Entry->GetExtraFlags();
+	Schema->AddExtraFunctionFlags(Function, FUNC_BlueprintPure);
+	EXPECT_EQ(Entry->GetExtraFlags(), Before | int32(FUNC_BlueprintPure));
+	Schema->MarkFunctionEntryAsEditable(Function, true);
+	EXPECT_TRUE(Entry->bIsEditable);
+	EXPECT_TRUE(Result->bIsEditable);
+	Schema->MarkFunctionEntryAsEditable(Function, false);
+	EXPECT_FALSE(Entry->IsEditable());
+	EXPECT_FALSE(Result->IsEditable());
 }
