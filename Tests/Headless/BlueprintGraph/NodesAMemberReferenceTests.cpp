@@ -55,6 +55,7 @@ TEST_F(NodesAMemberReference, SelfExternalAndLocalMembersResolve)
 	EXPECT_EQ(External.GetMemberParentClass(Skeleton), Actor);
 	EXPECT_EQ(External.ResolveMember<UFunction>(Skeleton), Actor->FindFunctionByName(TEXT("K2_GetActorLocation")));
 	EXPECT_EQ(External.ResolveMember<FProperty>(Skeleton), nullptr);
+	EXPECT_EQ(External.ResolveMemberFunction(Skeleton), Actor->FindFunctionByName(TEXT("K2_GetActorLocation")));
 
 	FMemberReference Self;
 	Self.SetSelfMember(TEXT("Health"));

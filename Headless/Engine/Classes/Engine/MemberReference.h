@@ -144,6 +144,12 @@ public:
 		return ResolveMember<TFieldType>(SkeletonClassOf(SelfScope));
 	}
 
+	/** The function this reference names, resolved as ResolveMember does; null when it is not a function. */
+	UFunction* ResolveMemberFunction(UClass* SelfScope) const
+	{
+		return ResolveMember<UFunction>(SelfScope);
+	}
+
 	/** Fills a simple reference (parent, name, guid) naming InField. */
 	template <class TFieldType>
 	static void FillSimpleMemberReference(const UField* InField, FSimpleMemberReference& OutReference)
