@@ -198,6 +198,12 @@ public:
 	/** Rebuilds the pins, keeping the links and values of pins that survive (same name and direction). */
 	ENGINE_API virtual void ReconstructNode();
 	ENGINE_API virtual void PostReconstructNode() {}
+	/**
+	 * The second half of a reconstruction, once the new pins are allocated: each new pin takes the links, value and
+	 * split sub-pins of the old pin it replaces (same direction and persistent guid, else same name); old pins
+	 * that still carry links or a value stay as orphans, the rest are freed.
+	 */
+	ENGINE_API void RestoreOldPins(TArray<UEdGraphPin*>& OldPins);
 	ENGINE_API virtual void PostPlacedNewNode() {}
 	ENGINE_API virtual void OnRenameNode(const FString& NewName) {}
 	ENGINE_API virtual bool GetCanRenameNode() const { return bCanRenameNode; }

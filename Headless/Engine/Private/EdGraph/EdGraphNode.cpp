@@ -272,7 +272,13 @@ void UEdGraphNode::ReconstructNode()
 	TArray<UEdGraphPin*> OldPins = MoveTemp(Pins);
 	Pins.Reset();
 	AllocateDefaultPins();
+	RestoreOldPins(OldPins);
 
+	PostReconstructNode();
+}
+
+void UEdGraphNode::RestoreOldPins(TArray<UEdGraphPin*>& OldPins)
+{
 	// Match the new pins to the old ones; split pins carry their sub-pins across with them.
 	TArray<UEdGraphPin*> Matched;
 	TArray<UEdGraphPin*> NewPins = Pins;
@@ -345,8 +351,6 @@ void UEdGraphNode::ReconstructNode()
 	{
 		UEdGraphPin::DestroyImpl(Pin);
 	}
-
-	PostReconstructNode();
 }
 
 void UEdGraphNode::DestroyNode()
