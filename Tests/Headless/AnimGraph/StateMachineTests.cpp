@@ -376,6 +376,17 @@ TEST(AnimGraph, AnimInstanceParentsMakeAnimationBlueprints)
 		UBlueprint::StaticClass(), UBlueprintGeneratedClass::StaticClass());
 	ASSERT_NE(Blueprint, nullptr);
 	EXPECT_TRUE(Blueprint->IsA<UAnimBlueprint>());
+	// It comes with its anim graph, ending in the output pose.
+	UEdGraph* AnimGraph = nullptr;
+	for (UEdGraph* Graph : Blueprint->FunctionGraphs)
+	{
+		AnimGraph = Graph->GetFName() == UEdGraphSchema_K2::GN_AnimGraph ? Graph : AnimGraph;
+	}
+	ASSERT_NE(AnimGraph, nullptr);
+	EXPECT_TRUE(AnimGraph->IsA<UAnimationGraph>());
+	ASSERT_EQ(AnimGraph->Nodes.Num(), 1);
+	EXPECT_TRUE(AnimGraph->Nodes[0]->IsA<UAnimGraphNode_Root>());
+	EXPECT_FALSE(AnimGraph->bAllowDeletion);
 	UPackage* ActorPackage = CreatePackage(TEXT("/Game/Anim/BP_NotAnim"));
 	UBlueprint* Actor = FKismetEditorUtilities::CreateBlueprint(AActor::StaticClass(), ActorPackage, TEXT("BP_NotAnim"), BPTYPE_Normal,
 		UBlueprint::StaticClass(), UBlueprintGeneratedClass::StaticClass());

@@ -1,5 +1,6 @@
 #include "Kismet2/KismetEditorUtilities.h"
 
+#include "Animation/AnimBlueprint.h"
 #include "Components/ActorComponent.h"
 #include "Components/SceneComponent.h"
 #include "EdGraphSchema_K2.h"
@@ -211,6 +212,21 @@ UBlueprint* FKismetEditorUtilities::CreateBlueprint(UClass* ParentClass, UObject
 					AddDefaultEventNode(Blueprint, EventGraph, Registration.EventName, Registration.TargetClass, NodePositionY);
 				}
 			}
+		}
+	}
+
+	// An Animation Blueprint whose parents have no anim graph gets one, ending in its output pose. The graph classes
+	// belong to the animation editor module, which sits above this one: they are found by path when it is linked.
+	if (Blueprint->IsA<UAnimBlueprint>() && !Cast<UBlueprint>(ParentClass->ClassGeneratedBy))
+	{
+		UClass* AnimGraphClass = FindObject<UClass>(nullptr, TEXT("/Script/AnimGraph.AnimationGraph"));
+		UClass* AnimSchemaClass = FindObject<UClass>(nullptr, TEXT("/Script/AnimGraph.AnimationGraphSchema"));
+		if (AnimGraphClass && AnimSchemaClass)
+		{
+			UEdGraph* AnimGraph = FBlueprintEditorUtils::CreateNewGraph(Blueprint, UEdGraphSchema_K2::GN_AnimGraph, AnimGraphClass, AnimSchemaClass);
+			Blueprint->FunctionGraphs.Add(AnimGraph);
+			AnimGraph->bAllowDeletion = false;
+			AnimGraph->GetSchema()->CreateDefaultNodesForGraph(*AnimGraph);
 		}
 	}
 
