@@ -8,7 +8,7 @@
 #include "GameFramework/Actor.h"
 #include "HAL/FileManager.h"
 #include "HAL/PlatformMisc.h"
-#include "Headless/HeadlessProject.h"
+#include "../Common/BenchmarkProject.h"
 #include "K2Node_CallFunction.h"
 #include "K2Node_DynamicCast.h"
 #include "K2Node_ExecutionSequence.h"
@@ -38,46 +38,8 @@ namespace
 {
 	constexpr int32 NumNodes = 2000;
 	const TCHAR* const PackageName = TEXT("/Game/Bench/BP_GraphBench");
+	using UE::Benchmarks::FBenchProject;
 
-	class FBenchProject
-	{
-	public:
-		static FBenchProject& Get()
-		{
-			static FBenchProject Project;
-			return Project;
-		}
-
-		bool IsOpen() const { return bOpen; }
-		const FString& GetError() const { return Error; }
-
-		~FBenchProject()
-		{
-			UE::Headless::CloseProject();
-			std::error_code Ignored;
-			std::filesystem::remove_all(Root, Ignored);
-		}
-
-	private:
-		FBenchProject()
-		{
-			std::string Template = (std::filesystem::temp_directory_path() / "calvorn-graph-bench-XXXXXX").string();
-			if (!::mkdtemp(Template.data()))
-			{
-				Error = TEXT("cannot make a temporary folder");
-				return;
-			}
-			Root = Template;
-			const FString RootDir(UTF8_TO_TCHAR(Template.c_str()));
-			FFileHelper::SaveStringToFile(TEXT("{\"FileVersion\": 3}\n"), *(RootDir / TEXT("Bench.uproject")));
-			bOpen = UE::Headless::OpenProject(RootDir / TEXT("Bench.uproject"), Error);
-			FModuleManager::Get().LoadModuleChecked(TEXT("Catalogue"));
-		}
-
-		std::string Root;
-		FString Error;
-		bool bOpen = false;
-	};
 
 	UFunction* LibraryFunction(const TCHAR* Library, const TCHAR* Function)
 	{

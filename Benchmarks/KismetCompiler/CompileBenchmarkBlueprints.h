@@ -9,7 +9,7 @@
 #include "Engine/Blueprint.h"
 #include "GameFramework/Actor.h"
 #include "HAL/PlatformMisc.h"
-#include "Headless/HeadlessProject.h"
+#include "../Common/BenchmarkProject.h"
 #include "K2Node_CallFunction.h"
 #include "K2Node_Event.h"
 #include "K2Node_FunctionEntry.h"
@@ -32,45 +32,8 @@ namespace UE::Benchmarks::Compile
 	constexpr int32 NumBlueprints = 50;
 	constexpr int32 NodesPerBlueprint = 200;
 
-	class FBenchProject
-	{
-	public:
-		static FBenchProject& Get()
-		{
-			static FBenchProject Project;
-			return Project;
-		}
+	using UE::Benchmarks::FBenchProject;
 
-		bool IsOpen() const { return bOpen; }
-		const FString& GetError() const { return Error; }
-
-		~FBenchProject()
-		{
-			UE::Headless::CloseProject();
-			std::error_code Ignored;
-			std::filesystem::remove_all(Root, Ignored);
-		}
-
-	private:
-		FBenchProject()
-		{
-			std::string Template = (std::filesystem::temp_directory_path() / "calvorn-compile-bench-XXXXXX").string();
-			if (!::mkdtemp(Template.data()))
-			{
-				Error = TEXT("cannot make a temporary folder");
-				return;
-			}
-			Root = Template;
-			const FString RootDir(UTF8_TO_TCHAR(Template.c_str()));
-			FFileHelper::SaveStringToFile(TEXT("{\"FileVersion\": 3}\n"), *(RootDir / TEXT("Bench.uproject")));
-			bOpen = UE::Headless::OpenProject(RootDir / TEXT("Bench.uproject"), Error);
-			FModuleManager::Get().LoadModuleChecked(TEXT("Catalogue"));
-		}
-
-		std::string Root;
-		FString Error;
-		bool bOpen = false;
-	};
 
 	inline UFunction* LibraryFunction(const TCHAR* Library, const TCHAR* Function)
 	{
