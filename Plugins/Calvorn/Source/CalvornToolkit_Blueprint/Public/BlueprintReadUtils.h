@@ -78,6 +78,12 @@ public:
 	 */
 	static TSharedPtr<FJsonObject> ReadEventGraph(const UEdGraph* Graph, TSharedPtr<FJsonObject> Options, bool bFilterByNodes, const TSet<FString>& NodeGuids);
 
+	/**
+	 * The event nodes of the node's graph whose flow (as ReadEventGraph walks it) takes in the node, in graph
+	 * order; an event node itself is reached by its own flow. Empty for a node no event reaches.
+	 */
+	static TArray<const UEdGraphNode*> FindEventsReachingNode(const UEdGraphNode* Node);
+
 	// ---- Widget trees ----------------------------------------------------------------------------
 
 	/** {"root_widget": <node>} for the Blueprint's widget tree, the key left out when the tree has no root; null without a tree. */

@@ -234,3 +234,28 @@ TSharedPtr<FJsonObject> FBlueprintReadUtils::ReadEventGraph(const UEdGraph* Grap
 	GraphObject->SetArrayField(TEXT("event_flows"), MoveTemp(FlowValues));
 	return GraphObject;
 }
+
+TArray<const UEdGraphNode*> FBlueprintReadUtils::FindEventsReachingNode(const UEdGraphNode* Node)
+{
+	TArray<const UEdGraphNode*> Events;
+	const UEdGraph* Graph = Node ? Node->GetGraph() : nullptr;
+	if (!Graph)
+	{
+		return Events;
+	}
+	TArray<const UEdGraphNode*> Flow;
+	for (const UEdGraphNode* Candidate : Graph->Nodes)
+	{
+		if (!Candidate || !IsEventNode(Candidate))
+		{
+			continue;
+		}
+		Flow.Reset();
+		CollectFlow(Candidate, Flow);
+		if (Flow.Contains(Node))
+		{
+			Events.Add(Candidate);
+		}
+	}
+	return Events;
+}
