@@ -36,6 +36,44 @@ UK2Node* FEdGraphSchemaAction_K2NewNode::CreateNode(UEdGraph* ParentGraph, TArra
 	return NewNode;
 }
 
+UEdGraphNode* FEdGraphSchemaAction_K2NewNode::CreateNode(UEdGraph* ParentGraph, TArray<UEdGraphPin*>& FromPins, const FVector2D Location, TFunctionRef<UK2Node*(UEdGraph*)> ConstructionFn, TFunctionRef<void(UK2Node*)> InitializerFn, EK2NewNodeFlags Options)
+{
+	if (!ParentGraph)
+	{
+		return nullptr;
+	}
+	ParentGraph->Modify();
+	UK2Node* NewNode = ConstructionFn(ParentGraph);
+	if (!NewNode)
+	{
+		return nullptr;
+	}
+	// The caller's settings (the member a node refers to, its name) must be in place before the pins are made from them.
+	InitializerFn(NewNode);
+	if (ParentGraph->HasAnyFlags(RF_Transactional))
+	{
+		NewNode->SetFlags(RF_Transactional);
+	}
+	ParentGraph->AddNode(NewNode, /*bUserAction=*/true, EnumHasAnyFlags(Options, EK2NewNodeFlags::SelectNewNode));
+	NewNode->CreateNewGuid();
+	NewNode->PostPlacedNewNode();
+	NewNode->AllocateDefaultPins();
+	NewNode->NodePosX = static_cast<int32>(Location.X);
+	NewNode->NodePosY = static_cast<int32>(Location.Y);
+
+	for (UEdGraphPin* FromPin : FromPins)
+	{
+		if (FromPin)
+		{
+			NewNode->AutowireNewNode(FromPin);
+		}
+	}
+	// Messages from placing belong to no compile; the next compile raises its own.
+	NewNode->ErrorMsg.Empty();
+	NewNode->bHasCompilerMessage = false;
+	return NewNode;
+}
+
 UEdGraphNode* FEdGraphSchemaAction_K2NewNode::PerformAction(UEdGraph* ParentGraph, UEdGraphPin* FromPin, const FVector2f& Location, bool bSelectNewNode)
 {
 	TArray<UEdGraphPin*> FromPins;
