@@ -187,6 +187,15 @@ void UEdGraphSchema::BreakSinglePinLink(UEdGraphPin* SourcePin, UEdGraphPin* Tar
 	TargetPin->GetOwningNode()->PinConnectionListChanged(TargetPin);
 }
 
+FString UEdGraphSchema::IsCurrentPinDefaultValid(const UEdGraphPin* Pin) const
+{
+	if (!Pin)
+	{
+		return FString();
+	}
+	return IsPinDefaultValid(Pin, Pin->DefaultValue, Pin->DefaultObject, Pin->DefaultTextValue);
+}
+
 void UEdGraphSchema::TrySetDefaultValue(UEdGraphPin& Pin, const FString& NewDefaultValue, bool bMarkAsModified) const
 {
 	const FString Error = IsPinDefaultValid(&Pin, NewDefaultValue, nullptr, FText());
