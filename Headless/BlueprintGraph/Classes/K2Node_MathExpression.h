@@ -2,6 +2,7 @@
 
 #include "CoreMinimal.h"
 #include "K2Node_Composite.h"
+#include "Templates/SharedPointer.h"
 
 #ifndef BLUEPRINTGRAPH_API
 #define BLUEPRINTGRAPH_API
@@ -39,7 +40,8 @@ public:
 	UE_API virtual void PostLoad() override;
 
 	//~ UK2Node
-	virtual bool IsNodePure() const override { return true; }
+	/** Pure when it computes something; a lone variable or literal is simply passed through. */
+	UE_API virtual bool IsNodePure() const override;
 	UE_API virtual FText GetMenuCategory() const override;
 	UE_API virtual FText GetKeywords() const override;
 	UE_API virtual void ValidateNodeDuringCompilation(FCompilerResultsLog& MessageLog) const override;
@@ -54,9 +56,15 @@ private:
 	/** Empties the bound graph (tunnels excepted), the node's pins and its error, then builds NewExpression. */
 	void RebuildExpression(const FString& NewExpression);
 	void ClearExpression();
+	/** Whether the bound graph holds only a pass-through, which is expanded rather than compiled as a call. */
+	bool ShouldExpandInsteadCompile() const;
 
-	/** The normalised expression the last successful parse printed; empty when the expression did not parse. */
-	FString ParsedDisplayExpression;
+	/** What the last rebuild found wrong, handed to the compiler when it validates the node. */
+	TSharedPtr<FCompilerResultsLog> CachedMessageLog;
+	/** The expression as titled; set by a rebuild (as typed until it succeeds), worked out again after a load. */
+	mutable FString CachedDisplayExpression;
+	mutable bool bDisplayExpressionCached = false;
+	bool bRebuilding = false;
 };
 
 #undef UE_API
