@@ -1,9 +1,12 @@
+#include "Components/ContentWidget.h"
 #include "Components/PanelSlot.h"
 #include "Components/PanelWidget.h"
 #include "Components/Visual.h"
 #include "Components/Widget.h"
 #include "UObject/Package.h"
 #include "Templates/Casts.h"
+#include "UObject/EnumProperty.h"
+#include "UObject/TextProperty.h"
 #include "UObject/UnrealType.h"
 #include "UObject/UObjectGlobals.h"
 
@@ -16,6 +19,12 @@ IMPLEMENT_CLASS(UPanelSlot,
 
 namespace
 {
+	FEnumProperty* WithByteUnderlying(FEnumProperty* Enum)
+	{
+		Enum->AddCppProperty(new FByteProperty(Enum, TEXT("UnderlyingType"), RF_Public | RF_MarkAsNative | RF_Transient));
+		return Enum;
+	}
+
 	FArrayProperty* WithSlotElements(FArrayProperty* Array)
 	{
 		Array->AddCppProperty(new FObjectProperty(Array, Array->GetFName(), RF_Public | RF_MarkAsNative | RF_Transient, 0, CPF_TObjectPtr | CPF_InstancedReference, UPanelSlot::StaticClass()));
@@ -25,9 +34,19 @@ namespace
 
 IMPLEMENT_CLASS(UWidget,
 	UE_NATIVE_PROPERTY(FObjectProperty, Slot, CPF_TObjectPtr | CPF_InstancedReference, UPanelSlot::StaticClass());
+	UE_NATIVE_PROPERTY(FTextProperty, ToolTipText, CPF_Edit | CPF_BlueprintVisible);
+	UE_NATIVE_PROPERTY(FObjectProperty, ToolTipWidget, CPF_Edit | CPF_BlueprintVisible | CPF_EditConst | CPF_AdvancedDisplay | CPF_TObjectPtr | CPF_UObjectWrapper, UWidget::StaticClass());
+	UE_NATIVE_PROPERTY(FStructProperty, RenderTransform, CPF_Edit | CPF_BlueprintVisible, FWidgetTransform::StaticStruct());
+	UE_NATIVE_PROPERTY(FStructProperty, RenderTransformPivot, CPF_Edit | CPF_BlueprintVisible, TBaseStructure<FVector2D>::Get());
 	UE_NATIVE_PROPERTY(FBoolProperty, bIsVariable, CPF_None, 0, (uint32)sizeof(bool), true);
 	UE_NATIVE_PROPERTY(FBoolProperty, bIsEnabled, CPF_Edit | CPF_BlueprintVisible, 0, (uint32)sizeof(bool), true);
+	UE_NATIVE_PROPERTY(FBoolProperty, bIsVolatile, CPF_Edit | CPF_BlueprintVisible | CPF_BlueprintReadOnly, 0, (uint32)sizeof(bool), true);
+	WithByteUnderlying(UE_NATIVE_PROPERTY(FEnumProperty, Visibility, CPF_Edit | CPF_BlueprintVisible, StaticEnum<ESlateVisibility>()));
+	UE_NATIVE_PROPERTY(FFloatProperty, RenderOpacity, CPF_Edit | CPF_BlueprintVisible);
+	UE_NATIVE_PROPERTY(FStrProperty, DisplayLabel, CPF_None);
 )
+
+IMPLEMENT_CLASS(UContentWidget)
 
 IMPLEMENT_CLASS(UPanelWidget,
 	WithSlotElements(UE_NATIVE_PROPERTY(FArrayProperty, Slots, CPF_None));
@@ -37,6 +56,11 @@ UVisual::UVisual() = default;
 UPanelSlot::UPanelSlot() = default;
 UWidget::UWidget() = default;
 UPanelWidget::UPanelWidget() = default;
+
+UContentWidget::UContentWidget()
+{
+	bCanHaveMultipleChildren = false;
+}
 
 UPanelWidget* UWidget::GetParent() const
 {
@@ -52,6 +76,21 @@ bool UWidget::RemoveFromParent()
 FString UWidget::GetDisplayLabel() const
 {
 	return DisplayLabel.IsEmpty() ? GetName() : DisplayLabel;
+}
+
+bool UWidget::IsVisible() const
+{
+	return Visibility == ESlateVisibility::Visible || Visibility == ESlateVisibility::HitTestInvisible || Visibility == ESlateVisibility::SelfHitTestInvisible;
+}
+
+void UWidget::SetRenderOpacity(float InOpacity)
+{
+	RenderOpacity = FMath::Clamp(InOpacity, 0.0f, 1.0f);
+}
+
+FText UWidget::GetPaletteCategory()
+{
+	return FText::FromString(TEXT("Uncategorized"));
 }
 
 int32 UPanelWidget::GetChildrenCount() const
@@ -96,9 +135,7 @@ bool UPanelWidget::HasChild(UWidget* Content) const
 
 bool UPanelWidget::CanHaveMultipleChildren() const
 {
-	// Content widgets (borders, buttons, size boxes...) hold a single child.
-	static UClass* const ContentWidget = FindObject<UClass>(FTopLevelAssetPath(TEXT("/Script/UMG.ContentWidget")));
-	return bCanHaveMultipleChildren && !(ContentWidget && GetClass()->IsChildOf(ContentWidget));
+	return bCanHaveMultipleChildren;
 }
 
 bool UPanelWidget::CanAddMoreChildren() const
@@ -148,7 +185,49 @@ UPanelSlot* UPanelWidget::InsertChildAt(int32 Index, UWidget* Content)
 	NewSlot->Content = Content;
 	Content->Slot = NewSlot;
 	Slots.Insert(TObjectPtr<UPanelSlot>(NewSlot), FMath::Clamp(Index, 0, Slots.Num()));
+	OnSlotAdded(NewSlot);
 	return NewSlot;
+}
+
+void UPanelWidget::ShiftChild(int32 Index, UWidget* Child)
+{
+	const int32 CurrentIndex = GetChildIndex(Child);
+	if (CurrentIndex == INDEX_NONE)
+	{
+		return;
+	}
+	TObjectPtr<UPanelSlot> Moved = Slots[CurrentIndex];
+	Slots.RemoveAt(CurrentIndex);
+	Slots.Insert(Moved, FMath::Clamp(Index, 0, Slots.Num()));
+}
+
+bool UPanelWidget::ReplaceChildAt(int32 Index, UWidget* Content)
+{
+	if (!Slots.IsValidIndex(Index) || !Slots[Index] || !Content)
+	{
+		return false;
+	}
+	UPanelSlot* PanelSlot = Slots[Index];
+	if (PanelSlot->Content.Get() == Content)
+	{
+		return true;
+	}
+	// The newcomer may not be this panel or one of its ancestors.
+	for (const UPanelWidget* Ancestor = this; Ancestor; Ancestor = Ancestor->GetParent())
+	{
+		if (Ancestor == Content)
+		{
+			return false;
+		}
+	}
+	Content->RemoveFromParent();
+	if (PanelSlot->Content && PanelSlot->Content->Slot.Get() == PanelSlot)
+	{
+		PanelSlot->Content->Slot = nullptr;
+	}
+	PanelSlot->Content = Content;
+	Content->Slot = PanelSlot;
+	return true;
 }
 
 bool UPanelWidget::RemoveChildAt(int32 Index)
@@ -165,11 +244,32 @@ bool UPanelWidget::RemoveChildAt(int32 Index)
 		{
 			PanelSlot->Content->Slot = nullptr;
 		}
+		OnSlotRemoved(PanelSlot);
 		PanelSlot->Parent = nullptr;
 		PanelSlot->Content = nullptr;
 		PanelSlot->MarkAsGarbage();
 	}
 	return true;
+}
+
+UPanelSlot* UContentWidget::GetContentSlot() const
+{
+	return Slots.Num() > 0 ? Slots[0].Get() : nullptr;
+}
+
+UWidget* UContentWidget::GetContent() const
+{
+	return GetChildAt(0);
+}
+
+UPanelSlot* UContentWidget::SetContent(UWidget* Content)
+{
+	if (Content && Content == GetContent())
+	{
+		return GetContentSlot();
+	}
+	ClearChildren();
+	return Content ? AddChild(Content) : nullptr;
 }
 
 bool UPanelWidget::RemoveChild(UWidget* Content)

@@ -21,11 +21,17 @@ public:
 	UMG_API TArray<UWidget*> GetAllChildren() const;
 	UMG_API int32 GetChildIndex(const UWidget* Content) const;
 	UMG_API bool HasChild(UWidget* Content) const;
+	bool HasAnyChildren() const { return GetChildrenCount() > 0; }
+	const TArray<TObjectPtr<UPanelSlot>>& GetSlots() const { return Slots; }
 
 	/** Adds a child at the end (taking it from its old parent); null when the panel is full or Content is null. */
 	UMG_API UPanelSlot* AddChild(UWidget* Content);
 	/** Inserts a child at Index (clamped to the end). */
 	UMG_API UPanelSlot* InsertChildAt(int32 Index, UWidget* Content);
+	/** Moves a child to Index (clamped), keeping its slot and the slot's layout. */
+	UMG_API void ShiftChild(int32 Index, UWidget* Child);
+	/** Puts Content in the slot at Index in place of its child, keeping the slot's layout; false for a bad index. */
+	UMG_API bool ReplaceChildAt(int32 Index, UWidget* Content);
 	UMG_API bool RemoveChildAt(int32 Index);
 	UMG_API bool RemoveChild(UWidget* Content);
 	UMG_API void ClearChildren();
@@ -38,5 +44,10 @@ public:
 	UMG_API virtual UClass* GetSlotClass() const;
 
 protected:
+	/** A new slot is in place and holds its content. */
+	virtual void OnSlotAdded(UPanelSlot* InSlot) {}
+	/** A slot has left the panel. */
+	virtual void OnSlotRemoved(UPanelSlot* InSlot) {}
+
 	bool bCanHaveMultipleChildren = true;
 };
