@@ -10,6 +10,7 @@
 #endif
 #define UE_API BLUEPRINTGRAPH_API
 
+class FBlueprintActionDatabaseRegistrar;
 class UBlueprint;
 class UEdGraphSchema_K2;
 
@@ -42,6 +43,13 @@ public:
 
 	/** The menu category the node is listed under. */
 	UE_API virtual FText GetMenuCategory() const;
+
+	/**
+	 * Gives the action database the menu entries that place this kind of node. The database asks the default
+	 * object of every Blueprint node class, so a node class living in a module above this one (the gameplay tag
+	 * switches) reaches the menu without this module knowing it. The base adds nothing.
+	 */
+	virtual void GetMenuActions(FBlueprintActionDatabaseRegistrar& ActionRegistrar) const {}
 
 	/** Filters the action menu; the base keeps everything. */
 	virtual bool IsActionFilteredOut(class FBlueprintActionFilter const& Filter) { return false; }
