@@ -2,7 +2,9 @@
 #include "BlueprintActionDatabaseFamilies.h"
 #include "BlueprintActionDatabaseRegistrar.h"
 #include "BlueprintNodeSpawner.h"
+#include "EdGraph/EdGraphNode.h"
 #include "Engine/Blueprint.h"
+#include "K2Node.h"
 #include "Engine/SCS_Node.h"
 #include "Engine/SimpleConstructionScript.h"
 #include "UObject/FieldIterator.h"
@@ -23,16 +25,62 @@ bool FBlueprintActionDatabaseRegistrar::AddBlueprintAction(const UObject* Action
 	return true;
 }
 
+bool FBlueprintActionDatabaseRegistrar::AddBlueprintAction(UBlueprintNodeSpawner* Action)
+{
+	return Action && AddBlueprintAction(Action->NodeClass.Get(), Action);
+}
+
 bool FBlueprintActionDatabaseRegistrar::IsOpenForRegistration(const UObject* ActionKey) const
 {
 	return ActionKey && (OnlyKey == nullptr || OnlyKey == ActionKey);
 }
 
-FBlueprintActionDatabase& FBlueprintActionDatabase::Get()
+FBlueprintActionDatabase& FBlueprintActionDatabase::GetUnbuilt()
 {
 	static FBlueprintActionDatabase Database;
+	return Database;
+}
+
+FBlueprintActionDatabase& FBlueprintActionDatabase::Get()
+{
+	FBlueprintActionDatabase& Database = GetUnbuilt();
 	Database.EnsureBuilt();
 	return Database;
+}
+
+void FBlueprintActionDatabase::RegisterNodeSpecificActions(TSubclassOf<UEdGraphNode> NodeClass, FMakeNodeSpecificActions MakeActions)
+{
+	UClass* Class = NodeClass.Get();
+	if (!Class || !MakeActions.IsBound())
+	{
+		return;
+	}
+	FBlueprintActionDatabase& Database = GetUnbuilt();
+	bool bReplaced = false;
+	for (TPair<TWeakObjectPtr<UClass>, FMakeNodeSpecificActions>& Existing : Database.HandedInNodeActions)
+	{
+		if (Existing.Key.Get() == Class)
+		{
+			Existing.Value = MakeActions;
+			bReplaced = true;
+		}
+	}
+	if (!bReplaced)
+	{
+		Database.HandedInNodeActions.Add(TPair<TWeakObjectPtr<UClass>, FMakeNodeSpecificActions>(TWeakObjectPtr<UClass>(Class), MakeActions));
+	}
+	// Not built yet: the first build takes them with everything else.
+	if (Database.bBuilt)
+	{
+		if (FActionList* Existing = Database.ActionRegistry.Find(Class))
+		{
+			Database.ReleaseActions(*Existing);
+		}
+		FBlueprintActionDatabaseRegistrar Registrar;
+		Registrar.Database = &Database;
+		Registrar.OnlyKey = Class;
+		Database.RegisterNodeSpecificActions(Class, Registrar);
+	}
 }
 
 void FBlueprintActionDatabase::EnsureBuilt()
@@ -123,6 +171,8 @@ void FBlueprintActionDatabase::RefreshAll()
 			KeyWatch.Add(Blueprint, TWeakObjectPtr<UObject>(Blueprint));
 		}
 	}
+	// Node classes the modules above handed in come last, where they land when handed in after a build.
+	RegisterHandedInNodeActions(Registrar);
 	LastBuildTimeMs = (FPlatformTime::Seconds() - StartSeconds) * 1000.0;
 }
 
@@ -131,6 +181,55 @@ void FBlueprintActionDatabase::RegisterAllNodeFamilies(FBlueprintActionDatabaseR
 	UE::BlueprintGraph::ActionDatabase::RegisterFlowControlActions(Registrar);
 	UE::BlueprintGraph::ActionDatabase::RegisterTypeActions(Registrar);
 	UE::BlueprintGraph::ActionDatabase::RegisterUtilityActions(Registrar);
+
+	// Then every node class in the program speaks for itself, in the order the classes were made.
+	TArray<UClass*> NodeClasses;
+	for (TObjectIterator<UClass> It; It; ++It)
+	{
+		if (It->IsChildOf(UK2Node::StaticClass()) && !It->HasAnyClassFlags(CLASS_Abstract | CLASS_NewerVersionExists)
+			&& !UE::BlueprintGraph::ActionDatabase::IsBlueprintMadeClass(*It))
+		{
+			NodeClasses.Add(*It);
+		}
+	}
+	for (UClass* NodeClass : NodeClasses)
+	{
+		RegisterNodeSpecificActions(NodeClass, Registrar);
+	}
+}
+
+void FBlueprintActionDatabase::RegisterNodeSpecificActions(UClass* NodeClass, FBlueprintActionDatabaseRegistrar& Registrar)
+{
+	if (!NodeClass || NodeClass->HasAnyClassFlags(CLASS_Abstract))
+	{
+		return;
+	}
+	if (NodeClass->IsChildOf(UK2Node::StaticClass()))
+	{
+		if (const UK2Node* NodeCDO = Cast<UK2Node>(NodeClass->GetDefaultObject()))
+		{
+			NodeCDO->GetMenuActions(Registrar);
+		}
+		return;
+	}
+	for (const TPair<TWeakObjectPtr<UClass>, FMakeNodeSpecificActions>& HandedIn : HandedInNodeActions)
+	{
+		if (HandedIn.Key.Get() == NodeClass)
+		{
+			HandedIn.Value.ExecuteIfBound(Registrar);
+		}
+	}
+}
+
+void FBlueprintActionDatabase::RegisterHandedInNodeActions(FBlueprintActionDatabaseRegistrar& Registrar)
+{
+	for (int32 Index = 0; Index < HandedInNodeActions.Num(); ++Index)
+	{
+		if (UClass* NodeClass = HandedInNodeActions[Index].Key.Get())
+		{
+			RegisterNodeSpecificActions(NodeClass, Registrar);
+		}
+	}
 }
 
 void FBlueprintActionDatabase::RefreshClassActions(UClass* Class)
@@ -148,6 +247,10 @@ void FBlueprintActionDatabase::RefreshClassActions(UClass* Class)
 	Registrar.Database = this;
 	Registrar.OnlyKey = Class;
 	UE::BlueprintGraph::ActionDatabase::RegisterClassMemberActions(Class, Registrar);
+	// The families file entries under classes too (casts under their target, nodes under their class); with the
+	// registrar open for this class alone, only those come back.
+	RegisterAllNodeFamilies(Registrar);
+	RegisterHandedInNodeActions(Registrar);
 }
 
 void FBlueprintActionDatabase::RefreshAssetActions(UObject* AssetObject)

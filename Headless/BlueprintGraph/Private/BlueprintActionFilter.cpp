@@ -390,8 +390,9 @@ bool FBlueprintActionFilter::IsFilteredByThis(FBlueprintActionInfo& BlueprintAct
 	for (const UEdGraph* Graph : Context.Graphs)
 	{
 		const UEdGraphSchema* Schema = Graph ? Graph->GetSchema() : nullptr;
-		// Blueprint nodes need a Blueprint schema; other schemas (state machines) offer their own actions.
-		if (NodeClass->IsChildOf(UK2Node::StaticClass()) && (!Schema || !Schema->IsA(UEdGraphSchema_K2::StaticClass())))
+		// The database serves Blueprint graphs; other schemas (state machines) offer their own actions, comments
+		// included.
+		if (!Schema || !Schema->IsA(UEdGraphSchema_K2::StaticClass()))
 		{
 			return true;
 		}

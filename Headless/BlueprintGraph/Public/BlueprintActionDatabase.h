@@ -3,6 +3,8 @@
 #include "CoreMinimal.h"
 #include "Containers/Map.h"
 #include "Containers/Set.h"
+#include "Delegates/Delegate.h"
+#include "Templates/SubclassOf.h"
 #include "UObject/WeakObjectPtr.h"
 
 #ifndef BLUEPRINTGRAPH_API
@@ -14,6 +16,7 @@ class FBlueprintActionDatabaseRegistrar;
 class UBlueprintNodeSpawner;
 class UBlueprint;
 class UClass;
+class UEdGraphNode;
 class UObject;
 
 /**
@@ -38,6 +41,17 @@ public:
 	/** Forgets the actions of a Blueprint that is going away. */
 	UE_API void ClearAssetActions(UObject* AssetObject);
 
+	/** Fills a registrar with the actions of one node class that is not a Blueprint node. */
+	DECLARE_DELEGATE_OneParam(FMakeNodeSpecificActions, FBlueprintActionDatabaseRegistrar&);
+
+	/**
+	 * Hands the database the actions of a node class that is no Blueprint node and lives in a module above this
+	 * one (the comment box belongs to the editor module). Blueprint nodes give theirs through
+	 * UK2Node::GetMenuActions instead. The actions are filed under the node class, made now if the database is
+	 * built and again on every full build; registering the class again replaces its delegate.
+	 */
+	static UE_API void RegisterNodeSpecificActions(TSubclassOf<UEdGraphNode> NodeClass, FMakeNodeSpecificActions MakeActions);
+
 	/** Every action, by key, in registration order. */
 	UE_API const FActionRegistry& GetAllActions();
 	UE_API int32 GetNumActions() const;
@@ -58,8 +72,13 @@ private:
 	void RefreshAssetActionsIfChanged(UBlueprint* Blueprint);
 	static FString MakeMemberSignature(const UBlueprint* Blueprint);
 
+	/** The one database, built or not. */
+	static FBlueprintActionDatabase& GetUnbuilt();
 	void EnsureBuilt();
 	void RegisterAllNodeFamilies(FBlueprintActionDatabaseRegistrar& Registrar);
+	/** What each node class says of itself: Blueprint nodes through GetMenuActions, others through their delegate. */
+	void RegisterNodeSpecificActions(UClass* NodeClass, FBlueprintActionDatabaseRegistrar& Registrar);
+	void RegisterHandedInNodeActions(FBlueprintActionDatabaseRegistrar& Registrar);
 	void AddAction(const UObject* Key, UBlueprintNodeSpawner* Action);
 	void ReleaseActions(FActionList& Actions);
 
@@ -69,6 +88,8 @@ private:
 	TSet<UBlueprintNodeSpawner*> Registered;
 	/** What each registered Blueprint declared when its actions were made. */
 	TMap<const UObject*, FString> AssetSignatures;
+	/** Node classes from modules above this one, in the order they were handed in, with their actions' maker. */
+	TArray<TPair<TWeakObjectPtr<UClass>, FMakeNodeSpecificActions>> HandedInNodeActions;
 	bool bBuilt = false;
 	double LastBuildTimeMs = 0.0;
 };

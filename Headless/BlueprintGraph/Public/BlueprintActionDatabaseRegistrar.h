@@ -19,6 +19,8 @@ class FBlueprintActionDatabaseRegistrar
 public:
 	/** Files Action under ActionKey; false (and nothing filed) for a null action or a key not being refreshed. */
 	UE_API bool AddBlueprintAction(const UObject* ActionKey, UBlueprintNodeSpawner* Action);
+	/** Files Action under the class of node it places, as node classes file their own entries. */
+	UE_API bool AddBlueprintAction(UBlueprintNodeSpawner* Action);
 	/** Whether actions for this key are being (re)built now. */
 	UE_API bool IsOpenForRegistration(const UObject* ActionKey) const;
 

@@ -1,4 +1,6 @@
 #include "BlueprintActionMenuUtils.h"
+#include "BlueprintActionDatabase.h"
+#include "BlueprintActionDatabaseRegistrar.h"
 #include "BlueprintActionFilter.h"
 #include "BlueprintActionMenuBuilder.h"
 #include "BlueprintActionMenuItem.h"
@@ -14,35 +16,32 @@
 namespace
 {
 	constexpr int32 MainMenuSectionGroup = 0;
-	constexpr int32 CommentDefaultWidth = 400;
-	constexpr int32 CommentDefaultHeight = 100;
 
 	/**
-	 * "Add Comment...": a plain schema action (no node template, no spawner) that wraps a comment box around
-	 * nothing, at the place the menu was opened.
+	 * "Add Comment...": the comment box is no Blueprint node and lives in the editor module, above the action
+	 * database, so this module hands the database its spawner. A fresh box sits where the menu was opened, at the
+	 * size the comment node gives itself.
 	 */
-	struct FAddCommentAction : public FEdGraphSchemaAction
+	void RegisterCommentAction()
 	{
-		FAddCommentAction()
-			: FEdGraphSchemaAction(FText(), FText::FromString(TEXT("Add Comment...")), FText::FromString(TEXT("Adds a comment box that can be resized.")), MainMenuSectionGroup,
-				FText::FromString(TEXT("comment note box")))
+		static bool bRegistered = false;
+		if (bRegistered)
 		{
+			return;
 		}
-
-		virtual UEdGraphNode* PerformAction(UEdGraph* ParentGraph, UEdGraphPin* FromPin, const FVector2f& Location, bool bSelectNewNode = true) override
-		{
-			if (!ParentGraph)
+		bRegistered = true;
+		FBlueprintActionDatabase::RegisterNodeSpecificActions(UEdGraphNode_Comment::StaticClass(),
+			FBlueprintActionDatabase::FMakeNodeSpecificActions::CreateLambda([](FBlueprintActionDatabaseRegistrar& Registrar)
 			{
-				return nullptr;
-			}
-			FGraphNodeCreator<UEdGraphNode_Comment> Creator(*ParentGraph);
-			UEdGraphNode_Comment* Comment = Creator.CreateUserInvokedNode(bSelectNewNode);
-			Comment->SetBounds(Location.X, Location.Y, Location.X + CommentDefaultWidth, Location.Y + CommentDefaultHeight);
-			Creator.Finalize();
-			return Comment;
-		}
-		using FEdGraphSchemaAction::PerformAction;
-	};
+				if (!Registrar.IsOpenForRegistration(UEdGraphNode_Comment::StaticClass()))
+				{
+					return;
+				}
+				UBlueprintNodeSpawner* Spawner = UBlueprintNodeSpawner::Create<UEdGraphNode_Comment>();
+				Spawner->DefaultMenuSignature.MenuName = FText::FromString(TEXT("Add Comment..."));
+				Registrar.AddBlueprintAction(Spawner);
+			}));
+	}
 
 	/**
 	 * "Add Timeline...": a timeline node needs its template made in the Blueprint, which only the editor
@@ -125,6 +124,8 @@ namespace
 
 void FBlueprintActionMenuUtils::MakeContextMenu(const FBlueprintActionContext& Context, bool bIsContextSensitive, uint32 ClassTargetMask, FBlueprintActionMenuBuilder& MenuOut)
 {
+	RegisterCommentAction();
+
 	uint32 FilterFlags = FBlueprintActionFilter::BPFILTER_NoFlags;
 	if (bIsContextSensitive && (ClassTargetMask & EContextTargetFlags::TARGET_BlueprintLibraries) == 0)
 	{
@@ -190,15 +191,4 @@ void FBlueprintActionMenuUtils::MakeContextMenu(const FBlueprintActionContext& C
 		MenuOut.AddAction(MakeShared<FBlueprintActionMenuItem>(Timeline, Timeline->DefaultMenuSignature, IBlueprintNodeBinder::FBindingSet(), FText(), MainMenuSectionGroup));
 	}
 
-	// A comment box fits any Blueprint graph.
-	bool bAllBlueprintGraphs = Context.Graphs.Num() > 0;
-	for (const UEdGraph* Graph : Context.Graphs)
-	{
-		const UEdGraphSchema* Schema = Graph ? Graph->GetSchema() : nullptr;
-		bAllBlueprintGraphs &= Schema && Schema->IsA(UEdGraphSchema_K2::StaticClass());
-	}
-	if (bAllBlueprintGraphs)
-	{
-		MenuOut.AddAction(MakeShared<FAddCommentAction>());
-	}
 }

@@ -37,8 +37,8 @@ struct FBlueprintActionMenuUtils
 {
 	/**
 	 * Fills MenuOut with what the graph's right-click menu offers for Context: every action the database holds that
-	 * suits the Blueprints and graphs, then "Add Comment...". Without context sensitivity the dragged pins play no
-	 * part and ClassTargetMask has no effect.
+	 * suits the Blueprints and graphs ("Add Comment..." among them), then "Add Timeline..." where timelines may go.
+	 * Without context sensitivity the dragged pins play no part and ClassTargetMask has no effect.
 	 */
 	static KISMET_API void MakeContextMenu(const FBlueprintActionContext& Context, bool bIsContextSensitive, uint32 ClassTargetMask, FBlueprintActionMenuBuilder& MenuOut);
 };

@@ -38,7 +38,7 @@ namespace
 		{"Spawn Actor from Class", "Game", "FBlueprintActionMenuItem", "K2Node_SpawnActorFromClass"},
 		{"Add", "Utilities|Operators", "FBlueprintActionMenuItem", "K2Node_PromotableOperator"},
 		{"Greater", "Utilities|Operators", "FBlueprintActionMenuItem", "K2Node_PromotableOperator"},
-		{"Add Comment...", "", "FEdGraphSchemaAction", ""},
+		{"Add Comment...", "", "FBlueprintActionMenuItem", "EdGraphNode_Comment"},
 	};
 }
 
