@@ -20,6 +20,8 @@ public:
 	GAMEPLAYTAGSEDITOR_API virtual FText GetNodeTitle(ENodeTitleType::Type TitleType) const override;
 	GAMEPLAYTAGSEDITOR_API virtual FText GetTooltipText() const override;
 	GAMEPLAYTAGSEDITOR_API virtual FText GetMenuCategory() const override;
+	/** One entry per switch class, filed under the class; the container switch inherits it. */
+	GAMEPLAYTAGSEDITOR_API virtual void GetMenuActions(FBlueprintActionDatabaseRegistrar& ActionRegistrar) const override;
 	GAMEPLAYTAGSEDITOR_API virtual void AddPinToSwitchNode() override;
 	GAMEPLAYTAGSEDITOR_API virtual FEdGraphPinType GetPinType() const override;
 	GAMEPLAYTAGSEDITOR_API virtual FName GetPinNameGivenIndex(int32 Index) const override;

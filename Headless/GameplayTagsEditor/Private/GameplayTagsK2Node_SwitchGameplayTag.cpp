@@ -1,5 +1,7 @@
 #include "GameplayTagsK2Node_SwitchGameplayTag.h"
 
+#include "BlueprintActionDatabaseRegistrar.h"
+#include "BlueprintNodeSpawner.h"
 #include "EdGraphSchema_K2.h"
 #include "Kismet2/CompilerResultsLog.h"
 #include "UObject/UnrealType.h"
@@ -39,6 +41,17 @@ FText UGameplayTagsK2Node_SwitchGameplayTag::GetTooltipText() const
 FText UGameplayTagsK2Node_SwitchGameplayTag::GetMenuCategory() const
 {
 	return FText::FromString(TEXT("Utilities|Flow Control|Switch"));
+}
+
+void UGameplayTagsK2Node_SwitchGameplayTag::GetMenuActions(FBlueprintActionDatabaseRegistrar& ActionRegistrar) const
+{
+	// Filed under the node's class, so the entry goes when the class does; a registrar refreshing some other key
+	// gets nothing, and no spawner is made for it.
+	UClass* ActionKey = GetClass();
+	if (ActionRegistrar.IsOpenForRegistration(ActionKey))
+	{
+		ActionRegistrar.AddBlueprintAction(ActionKey, UBlueprintNodeSpawner::Create(ActionKey));
+	}
 }
 
 UScriptStruct* UGameplayTagsK2Node_SwitchGameplayTag::GetSelectionStruct() const
