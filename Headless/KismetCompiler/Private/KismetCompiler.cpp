@@ -114,6 +114,57 @@ FKismetCompilerContext::FKismetCompilerContext(UBlueprint* SourceSketch, FCompil
 
 FKismetCompilerContext::~FKismetCompilerContext() = default;
 
+namespace
+{
+	struct FRegisteredCompilerContext
+	{
+		UClass* BlueprintClass = nullptr;
+		FKismetCompilerContext::CompilerContextFactoryFunction Factory;
+	};
+
+	TArray<FRegisteredCompilerContext>& GetRegisteredCompilerContexts()
+	{
+		static TArray<FRegisteredCompilerContext> Contexts;
+		return Contexts;
+	}
+}
+
+void FKismetCompilerContext::RegisterCompilerForBP(UClass* BPClass, CompilerContextFactoryFunction FactoryFunction)
+{
+	if (!BPClass || !FactoryFunction)
+	{
+		return;
+	}
+	for (FRegisteredCompilerContext& Registered : GetRegisteredCompilerContexts())
+	{
+		if (Registered.BlueprintClass == BPClass)
+		{
+			Registered.Factory = MoveTemp(FactoryFunction);
+			return;
+		}
+	}
+	GetRegisteredCompilerContexts().Add({BPClass, MoveTemp(FactoryFunction)});
+}
+
+TSharedPtr<FKismetCompilerContext> FKismetCompilerContext::GetCompilerForBP(UBlueprint* BP, FCompilerResultsLog& InMessageLog, const FKismetCompilerOptions& InCompileOptions)
+{
+	// The Blueprint's own class first, then its super classes, so a kind's subclasses share its context.
+	for (const UClass* Class = BP ? BP->GetClass() : nullptr; Class; Class = Class->GetSuperClass())
+	{
+		for (const FRegisteredCompilerContext& Registered : GetRegisteredCompilerContexts())
+		{
+			if (Registered.BlueprintClass == Class)
+			{
+				if (TSharedPtr<FKismetCompilerContext> Context = Registered.Factory(BP, InMessageLog, InCompileOptions))
+				{
+					return Context;
+				}
+			}
+		}
+	}
+	return MakeShared<FKismetCompilerContext>(BP, InMessageLog, InCompileOptions);
+}
+
 void FKismetCompilerContext::Compile()
 {
 	if (!Blueprint)

@@ -16,10 +16,9 @@ public:
 		{
 			return;
 		}
-		// A Blueprint kind with a compiler of its own (widgets...) is compiled the same way here: the kinds
-		// differ in their classes, which GetBlueprintTypesForClass chose when the Blueprint was made.
-		FKismetCompilerContext Compiler(Blueprint, Results, CompileOptions);
-		Compiler.Compile();
+		// A Blueprint kind that registered a context of its own (widgets...) adds its members through it.
+		TSharedPtr<FKismetCompilerContext> Compiler = FKismetCompilerContext::GetCompilerForBP(Blueprint, Results, CompileOptions);
+		Compiler->Compile();
 	}
 
 	virtual void RefreshVariables(UBlueprint* Blueprint) override

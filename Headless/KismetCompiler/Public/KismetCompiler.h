@@ -5,6 +5,8 @@
 #include "Containers/Map.h"
 #include "EdGraph/EdGraphPin.h"
 #include "KismetCompilerModule.h"
+#include "Templates/Function.h"
+#include "Templates/SharedPointer.h"
 
 class FCompilerResultsLog;
 class FProperty;
@@ -29,6 +31,12 @@ public:
 
 	KISMETCOMPILER_API void Compile();
 
+	using CompilerContextFactoryFunction = TFunction<TSharedPtr<FKismetCompilerContext>(UBlueprint*, FCompilerResultsLog&, const FKismetCompilerOptions&)>;
+	/** Lets a Blueprint kind (widgets...) compile its Blueprints, and those of its subclasses, with a context of its own. */
+	static KISMETCOMPILER_API void RegisterCompilerForBP(UClass* BPClass, CompilerContextFactoryFunction FactoryFunction);
+	/** The context of the most specific registered kind the Blueprint is of, else a plain one. */
+	static KISMETCOMPILER_API TSharedPtr<FKismetCompilerContext> GetCompilerForBP(UBlueprint* BP, FCompilerResultsLog& InMessageLog, const FKismetCompilerOptions& InCompileOptions);
+
 	UBlueprint* Blueprint;
 	/** The class being built at the moment (skeleton, then generated). */
 	UBlueprintGeneratedClass* NewClass = nullptr;
@@ -45,6 +53,8 @@ protected:
 
 	/** A property of the class being built for a member; an error when the type cannot be one. */
 	KISMETCOMPILER_API FProperty* CreateVariable(const FName VarName, const FEdGraphPinType& VarType);
+	/** The class's member variables: the Blueprint's variables, timelines and components; a kind adds its own. */
+	KISMETCOMPILER_API virtual void CreateClassVariablesFromBlueprint(TArray<FProperty*>& OutProperties);
 
 private:
 	struct FFunctionToBuild;
@@ -52,7 +62,6 @@ private:
 	UBlueprintGeneratedClass* FindOrMakeClass(bool bSkeleton);
 	void CleanAndSanitizeClass(UBlueprintGeneratedClass* ClassToClean);
 	void BuildClass(UBlueprintGeneratedClass* Class, bool bSkeleton);
-	void CreateClassVariablesFromBlueprint(TArray<FProperty*>& OutProperties);
 	void GatherFunctions(TArray<FFunctionToBuild>& OutFunctions);
 	UFunction* BuildFunction(const FFunctionToBuild& Description);
 	void AddParametersFromPins(FFunctionToBuild& Description, const UEdGraphNode* Node, EEdGraphPinDirection Direction, bool bResults) const;
