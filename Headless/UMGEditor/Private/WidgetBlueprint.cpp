@@ -1,5 +1,6 @@
 #include "WidgetBlueprint.h"
 
+#include "Animation/WidgetAnimation.h"
 #include "Blueprint/UserWidget.h"
 #include "Blueprint/WidgetTree.h"
 #include "Components/Widget.h"
@@ -7,9 +8,15 @@
 #include "KismetCompilerModule.h"
 #include "UObject/UnrealType.h"
 #include "UObject/UObjectGlobals.h"
+#include "WidgetBlueprintCompiler.h"
 
 IMPLEMENT_CLASS(UWidgetBlueprint,
 	UE_NATIVE_PROPERTY(FObjectProperty, WidgetTree, CPF_TObjectPtr | CPF_InstancedReference, UWidgetTree::StaticClass());
+	{
+		FArrayProperty* AnimationArray = UE_NATIVE_PROPERTY(FArrayProperty, Animations, CPF_None);
+		AnimationArray->AddCppProperty(new FObjectProperty(AnimationArray, AnimationArray->GetFName(), RF_Public | RF_MarkAsNative | RF_Transient, 0,
+			CPF_TObjectPtr | CPF_InstancedReference, UWidgetAnimation::StaticClass()));
+	}
 )
 
 UWidgetBlueprint::UWidgetBlueprint() = default;
@@ -17,6 +24,7 @@ UWidgetBlueprint::UWidgetBlueprint() = default;
 void UWidgetBlueprint::PostInitProperties()
 {
 	UBlueprint::PostInitProperties();
+	UE::UMGEditor::RegisterWidgetBlueprintCompiler();
 	// A package being read fills the tree it finds here rather than making a second one.
 	if (!HasAnyFlags(RF_ClassDefaultObject | RF_ArchetypeObject) && !WidgetTree)
 	{

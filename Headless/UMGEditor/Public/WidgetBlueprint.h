@@ -6,6 +6,7 @@
 
 class UUserWidget;
 class UWidget;
+class UWidgetAnimation;
 class UWidgetTree;
 
 /** A Blueprint of a user widget: its graphs, and the widget tree the designer edits. */
@@ -18,11 +19,14 @@ public:
 
 	/** The designer's widgets. Every Widget Blueprint has one from the start. */
 	TObjectPtr<UWidgetTree> WidgetTree;
+	/** The Blueprint's animations, each a member of the compiled class named after it. */
+	TArray<TObjectPtr<UWidgetAnimation>> Animations;
 
 	UMGEDITOR_API virtual void PostInitProperties() override;
 
 	/** Every widget of the tree. */
 	UMGEDITOR_API TArray<UWidget*> GetAllSourceWidgets() const;
+	const TArray<TObjectPtr<UWidgetAnimation>>& GetAnimations() const { return Animations; }
 
 	/**
 	 * False when placing an instance of UserWidget's class in this Blueprint's tree would nest the
