@@ -44,7 +44,7 @@ void FWidgetBlueprintCompilerContext::CreateClassVariablesFromBlueprint(TArray<F
 		}
 		if (Taken.Contains(Widget->GetFName()))
 		{
-			MessageLog.Error(*FString::Printf(TEXT("The widget %s has the name of another member of @@; rename one of them"), *Widget->GetName()), WidgetBP);
+			ReportNameClash(TEXT("widget"), Widget);
 			continue;
 		}
 		FEdGraphPinType Type;
@@ -68,7 +68,7 @@ void FWidgetBlueprintCompilerContext::CreateClassVariablesFromBlueprint(TArray<F
 		}
 		if (Taken.Contains(Animation->GetFName()))
 		{
-			MessageLog.Error(*FString::Printf(TEXT("The animation %s has the name of another member of @@; rename one of them"), *Animation->GetName()), WidgetBP);
+			ReportNameClash(TEXT("animation"), Animation);
 			continue;
 		}
 		FEdGraphPinType Type;
@@ -82,6 +82,16 @@ void FWidgetBlueprintCompilerContext::CreateClassVariablesFromBlueprint(TArray<F
 			OutProperties.Add(Property);
 		}
 	}
+}
+
+void FWidgetBlueprintCompilerContext::ReportNameClash(const TCHAR* Kind, const UObject* Member)
+{
+	if (ReportedClashes.Contains(Member->GetFName()))
+	{
+		return;
+	}
+	ReportedClashes.Add(Member->GetFName());
+	MessageLog.Error(*FString::Printf(TEXT("The %s %s has the name of another member of @@; rename one of them"), Kind, *Member->GetName()), Blueprint);
 }
 
 namespace UE::UMGEditor

@@ -18,6 +18,12 @@ public:
 
 protected:
 	UMGEDITOR_API virtual void CreateClassVariablesFromBlueprint(TArray<FProperty*>& OutProperties) override;
+
+private:
+	/** The skeleton and the generated class both take the members; a clash is reported once. */
+	void ReportNameClash(const TCHAR* Kind, const UObject* Member);
+
+	TSet<FName> ReportedClashes;
 };
 
 namespace UE::UMGEditor
