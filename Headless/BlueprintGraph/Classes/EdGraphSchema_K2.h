@@ -290,9 +290,8 @@ public:
 	};
 	/**
 	 * A node (not a function call) that converts OutputPinType into the input's type. With bCreateNode, the
-	 * result carries a template of that node (Make Array, a pure cast); kinds of conversion node the headless
-	 * editor does not have (enum names, byte to enum, soft references, a member as call target) give a result
-	 * without a node.
+	 * result carries a template of that node: Make Array, a pure cast, Enum to Name or String, Byte to Enum,
+	 * a soft reference conversion, or the read of a member that holds the call's target.
 	 */
 	[[nodiscard]] UE_API virtual TOptional<FFindSpecializedConversionNodeResults> FindSpecializedConversionNode(const FEdGraphPinType& OutputPinType, const UEdGraphPin& InputPin, bool bCreateNode) const;
 

@@ -7,12 +7,17 @@
 #include "Engine/Blueprint.h"
 #include "K2Node.h"
 #include "K2Node_CallFunction.h"
+#include "K2Node_CastByteToEnum.h"
+#include "K2Node_ConvertAsset.h"
 #include "K2Node_DynamicCast.h"
 #include "K2Node_Event.h"
 #include "K2Node_FunctionEntry.h"
 #include "K2Node_FunctionResult.h"
+#include "K2Node_GetEnumeratorName.h"
+#include "K2Node_GetEnumeratorNameAsString.h"
 #include "K2Node_MakeArray.h"
 #include "K2Node_PromotableOperator.h"
+#include "K2Node_VariableGet.h"
 #include "Math/Color.h"
 #include "Math/Rotator.h"
 #include "Math/Transform.h"
@@ -911,7 +916,14 @@ TOptional<UEdGraphSchema_K2::FFindSpecializedConversionNodeResults> UEdGraphSche
 			{
 				if (It->HasAllPropertyFlags(CPF_BlueprintVisible) && It->PropertyClass && It->PropertyClass->IsChildOf(TargetClass))
 				{
+					// The call's target is read from that member of the object.
 					Result.Emplace();
+					if (bCreateNode)
+					{
+						UK2Node_VariableGet* GetNode = NewObject<UK2Node_VariableGet>(GetTransientPackage(), NAME_None, RF_Transient);
+						GetNode->VariableReference.SetFromField<FProperty>(*It, false);
+						Result->TargetNode = GetNode;
+					}
 					return Result;
 				}
 			}
@@ -923,6 +935,12 @@ TOptional<UEdGraphSchema_K2::FFindSpecializedConversionNodeResults> UEdGraphSche
 		&& !OutputPinType.IsContainer() && OutputPinType.PinCategory == PC_Byte && Cast<UEnum>(OutputPinType.PinSubCategoryObject.Get()))
 	{
 		Result.Emplace();
+		if (bCreateNode)
+		{
+			Result->TargetNode = InputPinType.PinCategory == PC_Name
+				? NewObject<UK2Node_GetEnumeratorName>(GetTransientPackage(), NAME_None, RF_Transient)
+				: NewObject<UK2Node_GetEnumeratorNameAsString>(GetTransientPackage(), NAME_None, RF_Transient);
+		}
 		return Result;
 	}
 
@@ -931,6 +949,13 @@ TOptional<UEdGraphSchema_K2::FFindSpecializedConversionNodeResults> UEdGraphSche
 		&& !OutputPinType.IsContainer() && OutputPinType.PinCategory == PC_Byte)
 	{
 		Result.Emplace();
+		if (bCreateNode)
+		{
+			UK2Node_CastByteToEnum* CastNode = NewObject<UK2Node_CastByteToEnum>(GetTransientPackage(), NAME_None, RF_Transient);
+			CastNode->Enum = Cast<UEnum>(InputPinType.PinSubCategoryObject.Get());
+			CastNode->bSafe = true;
+			Result->TargetNode = CastNode;
+		}
 		return Result;
 	}
 
@@ -977,6 +1002,10 @@ TOptional<UEdGraphSchema_K2::FFindSpecializedConversionNodeResults> UEdGraphSche
 			if (bSoftToHard)
 			{
 				Result.Emplace();
+				if (bCreateNode)
+				{
+					Result->TargetNode = NewObject<UK2Node_ConvertAsset>(GetTransientPackage(), NAME_None, RF_Transient);
+				}
 				return Result;
 			}
 		}

@@ -1,6 +1,7 @@
 #include "NodesBTestUtils.h"
 
 #include "K2Node_CallFunction.h"
+#include "K2Node_CastByteToEnum.h"
 #include "K2Node_DynamicCast.h"
 #include "K2Node_Event.h"
 #include "K2Node_FunctionEntry.h"
@@ -116,15 +117,19 @@ TEST_F(NodesBSchema, SpecializedConversionsUseTheirOwnNodes)
 	ASSERT_NE(Inserted, nullptr);
 	EXPECT_EQ(FarNode(Sum->GetReturnValuePin()), Inserted);
 
-	// A kind of conversion node that does not exist here (byte to enum) is refused with the reason, and nothing changes.
-	UK2Node_SwitchEnum* Switch = Place<UK2Node_SwitchEnum>([](UK2Node_SwitchEnum& Node) { Node.SetEnum(FindObject<UEnum>(nullptr, TEXT("/Script/Engine.ESpawnActorScaleMethod"))); }, 400, 800);
+	// A plain byte into an enum selection goes through a safe Byte to Enum of the switch's enum.
+	UEnum* ScaleMethod = FindObject<UEnum>(nullptr, TEXT("/Script/Engine.ESpawnActorScaleMethod"));
+	UK2Node_SwitchEnum* Switch = Place<UK2Node_SwitchEnum>([ScaleMethod](UK2Node_SwitchEnum& Node) { Node.SetEnum(ScaleMethod); }, 400, 800);
 	UK2Node_CallFunction* ToByte = PlaceCall(TEXT("KismetMathLibrary"), TEXT("Conv_IntToByte"), 0, 800);
 	const int32 NodesBefore = Graph->Nodes.Num();
 	EXPECT_EQ(Schema->CanCreateConnection(ToByte->GetReturnValuePin(), Switch->GetSelectionPin()).Response, CONNECT_RESPONSE_MAKE_WITH_CONVERSION_NODE);
-	EXPECT_FALSE(Schema->TryCreateConnection(ToByte->GetReturnValuePin(), Switch->GetSelectionPin()));
-	EXPECT_EQ(Str(Schema->GetLastConversionFailureReason()), "Converting Byte to ESpawnActorScaleMethod Enum needs a kind of conversion node the headless editor does not have");
-	EXPECT_EQ(Graph->Nodes.Num(), NodesBefore);
-	EXPECT_EQ(Switch->GetSelectionPin()->LinkedTo.Num(), 0);
+	ASSERT_TRUE(Schema->TryCreateConnection(ToByte->GetReturnValuePin(), Switch->GetSelectionPin())) << Str(Schema->GetLastConversionFailureReason());
+	EXPECT_EQ(Graph->Nodes.Num(), NodesBefore + 1);
+	UK2Node_CastByteToEnum* ToEnum = Cast<UK2Node_CastByteToEnum>(FarNode(Switch->GetSelectionPin()));
+	ASSERT_NE(ToEnum, nullptr);
+	EXPECT_EQ(ToEnum->Enum, ScaleMethod);
+	EXPECT_TRUE(ToEnum->bSafe);
+	EXPECT_EQ(FarNode(ToByte->GetReturnValuePin()), ToEnum);
 }
 
 TEST_F(NodesBSchema, NodesVetoConnectionsWithTheEditorsWords)
