@@ -54,7 +54,7 @@ public:
 
 private:
 	/** Empties the bound graph (tunnels excepted), the node's pins and its error, then builds NewExpression. */
-	void RebuildExpression(const FString& NewExpression);
+	void RebuildExpression(FString NewExpression);
 	void ClearExpression();
 	/** Whether the bound graph holds only a pass-through, which is expanded rather than compiled as a call. */
 	bool ShouldExpandInsteadCompile() const;

@@ -111,6 +111,11 @@ TEST_F(MathExpression, BuildsTheGraphTheExpressionDescribes)
 		EXPECT_EQ(Str(Node->Expression), Case.Stored);
 		EXPECT_EQ(Str(Node->GetNodeTitle(ENodeTitleType::ListView)), Case.Title);
 		EXPECT_EQ(Str(Node->GetNodeTitle(ENodeTitleType::FullTitle)), std::string(Case.Title) + "\nMath Expression");
+		// Reconstructing (as a compile does) rebuilds the same graph from the stored expression.
+		Node->ReconstructNode();
+		EXPECT_EQ(DescribePins(Node), Case.Pins);
+		EXPECT_EQ(InnerFunctions(Node), Case.Functions);
+		EXPECT_EQ(Str(Node->Expression), Case.Stored);
 		// The entry and exit tunnels mirror the node: every pin outside has its twin inside.
 		for (const UEdGraphPin* Pin : Node->Pins)
 		{

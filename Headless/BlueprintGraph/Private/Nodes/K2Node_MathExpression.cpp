@@ -145,8 +145,9 @@ void UK2Node_MathExpression::ClearExpression()
 	Expression.Empty();
 }
 
-void UK2Node_MathExpression::RebuildExpression(const FString& NewExpression)
+void UK2Node_MathExpression::RebuildExpression(FString NewExpression)
 {
+	// Taken by value: the caller may pass Expression itself, which clearing empties.
 	if (bRebuilding)
 	{
 		return;
@@ -213,7 +214,9 @@ void UK2Node_MathExpression::RebuildExpression(const FString& NewExpression)
 
 void UK2Node_MathExpression::ReconstructNode()
 {
-	if (!bRebuilding)
+	// While its package is still being read, the bound graph's links are not resolved yet: the graph as saved stands.
+	const bool bBeingLoaded = HasAnyFlags(RF_WasLoaded) && !HasAnyFlags(RF_LoadCompleted);
+	if (!bRebuilding && !bBeingLoaded)
 	{
 		// Rebuilding ends by reconstructing the pins, with the graph the expression makes now.
 		RebuildExpression(Expression);
@@ -258,6 +261,10 @@ FString UK2Node_MathExpression::GetDisplayExpression() const
 {
 	if (!bDisplayExpressionCached)
 	{
+		if (Expression.IsEmpty())
+		{
+			return FString();
+		}
 		const FParseResult Parsed = ParseExpression(Expression);
 		CachedDisplayExpression = Parsed.IsValid() ? MakeDisplayExpression(*this, *Parsed.Root) : Expression;
 		bDisplayExpressionCached = true;
