@@ -14,6 +14,7 @@
 #include "K2Node_Event.h"
 #include "K2Node_FunctionEntry.h"
 #include "K2Node_FunctionResult.h"
+#include "K2Node_Variable.h"
 #include "Kismet2/BlueprintEditorUtils.h"
 #include "Kismet2/CompilerResultsLog.h"
 #include "UObject/Class.h"
@@ -988,6 +989,25 @@ void FKismetCompilerContext::ValidatePin(const UEdGraphPin* Pin) const
 	}
 }
 
+namespace
+{
+	/**
+	 * Whether a variable node takes part in what the graph does. The editor's compiler drops nodes that nothing
+	 * uses before it checks variable targets, so an unused read of another object's member raises nothing.
+	 */
+	bool IsVariableNodeUsed(const UK2Node_Variable& Node, const UEdGraphSchema_K2& Schema)
+	{
+		for (const UEdGraphPin* Pin : Node.Pins)
+		{
+			if (Pin && Pin->LinkedTo.Num() > 0 && !Schema.IsSelfPin(*Pin))
+			{
+				return true;
+			}
+		}
+		return false;
+	}
+}
+
 void FKismetCompilerContext::ValidateNode(const UEdGraphNode* Node) const
 {
 	if (Node->IsDeprecated())
@@ -1005,6 +1025,15 @@ void FKismetCompilerContext::ValidateNode(const UEdGraphNode* Node) const
 	for (const UEdGraphPin* Pin : Node->Pins)
 	{
 		ValidatePin(Pin);
+	}
+
+	// A read or write of another object's member needs that object.
+	if (const UK2Node_Variable* VariableNode = Cast<UK2Node_Variable>(Node))
+	{
+		if (IsVariableNodeUsed(*VariableNode, *Schema))
+		{
+			const_cast<UK2Node_Variable*>(VariableNode)->CheckForErrors(Schema, MessageLog);
+		}
 	}
 
 	// A member function called on nothing runs on the Blueprint itself, which must then be of the function's class.
