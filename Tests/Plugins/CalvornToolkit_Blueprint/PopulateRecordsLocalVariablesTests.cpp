@@ -187,6 +187,13 @@ TEST_F(PopulateRecordsLocalVariables, ModifiesAndRemovesAfterAdding)
 	EXPECT_EQ(Score->VarType.PinSubCategory, NAME_None) << "the whole type is replaced";
 	EXPECT_EQ(U8(Score->DefaultValue), "7.0");
 	EXPECT_TRUE(Result.GetErrorMessages().IsEmpty());
+
+	// Removals run last: a failing removal named first still finds the request's additions made.
+	Calvorn::FToolResult Failing;
+	EXPECT_FALSE(Apply(R"({"Ghost": {"action": "remove"}, "Scratch": {"type": {"category": "int"}}})", Outcome, Failing));
+	EXPECT_EQ(U8s(Failing.GetErrorMessages()), (std::vector<std::string>{"Local variable 'Ghost' not found for removal"}));
+	EXPECT_EQ(Outcome.Added, 1);
+	EXPECT_NE(Find(TEXT("Scratch")), nullptr);
 }
 
 TEST_F(PopulateRecordsLocalVariables, EachFailureStopsTheWorkAndStaysInTheOutcome)
