@@ -38,6 +38,8 @@ public:
 	UE_API virtual void PostPlacedNewNode() override;
 	UE_API virtual void ReconstructNode() override;
 	UE_API virtual void PostLoad() override;
+	/** The bound graph goes with the node. */
+	UE_API virtual void DestroyNode() override;
 
 	//~ UK2Node
 	/** Pure when it computes something; a lone variable or literal is simply passed through. */

@@ -225,6 +225,21 @@ TEST_F(MathExpression, TitlesTheMenuEntryAndKeepsTheOuterLinks)
 	EXPECT_EQ(Sink->FindPin(TEXT("v"))->LinkedTo.Num(), 1);
 }
 
+TEST_F(MathExpression, DeletingTheNodeTakesItsGraphAlong)
+{
+	UK2Node_MathExpression* Kept = PlaceExpression(TEXT("a + b"));
+	UK2Node_MathExpression* Deleted = PlaceExpression(TEXT("c * 2"));
+	ASSERT_EQ(Graph->SubGraphs.Num(), 2);
+	UEdGraph* DeletedGraph = Deleted->BoundGraph;
+	Deleted->DestroyNode();
+	EXPECT_EQ(Graph->SubGraphs.Num(), 1);
+	EXPECT_EQ(Graph->SubGraphs[0], Kept->BoundGraph);
+	EXPECT_FALSE(Graph->Nodes.Contains(Deleted));
+	TArray<UEdGraph*> AllGraphs;
+	Blueprint->GetAllGraphs(AllGraphs);
+	EXPECT_FALSE(AllGraphs.Contains(DeletedGraph));
+}
+
 TEST_F(MathExpression, SavesAndLoadsWithItsGraph)
 {
 	UK2Node_MathExpression* Node = PlaceExpression(TEXT("sin(x) * 2 + y"));

@@ -109,6 +109,22 @@ void UK2Node_MathExpression::PostLoad()
 	bDisplayExpressionCached = false;
 }
 
+void UK2Node_MathExpression::DestroyNode()
+{
+	UEdGraph* Bound = BoundGraph;
+	UEdGraph* ParentGraph = GetGraph();
+	Super::DestroyNode();
+	// A graph the node owns would otherwise stay listed under its parent and be compiled without its node.
+	if (Bound && Bound->GetOuter() == this)
+	{
+		if (ParentGraph)
+		{
+			ParentGraph->SubGraphs.Remove(Bound);
+		}
+		Bound->MarkAsGarbage();
+	}
+}
+
 void UK2Node_MathExpression::OnRenameNode(const FString& NewName)
 {
 	RebuildExpression(NewName);
