@@ -158,7 +158,7 @@ namespace
 		}
 		const FName Requested(*BindingFunction);
 		TArray<FString> Compatible;
-		bool bFound = false;
+		const UFunction* Found = nullptr;
 		for (TFieldIterator<UFunction> It(ScopeClass, EFieldIteratorFlags::IncludeSuper, EFieldIteratorFlags::IncludeDeprecated, EFieldIteratorFlags::ExcludeInterfaces); It; ++It)
 		{
 			const UFunction* Function = *It;
@@ -169,16 +169,17 @@ namespace
 			Compatible.Add(Function->GetName());
 			if (Function->GetFName() == Requested)
 			{
-				bFound = true;
+				Found = Function;
 				break;
 			}
 		}
 
-		if (bFound)
+		if (Found)
 		{
-			Node->SetFunction(Requested);
+			// The function's own spelling, so that the node shows the name the class declares.
+			Node->SetFunction(Found->GetFName());
 			Node->HandleAnyChange(true);
-			FPopulateTelemetry::SetTelemetryString(Result, FString::Printf(TEXT("delegate_binding_%s"), *Record.RequestGuid), BindingFunction);
+			FPopulateTelemetry::SetTelemetryString(Result, FString::Printf(TEXT("delegate_binding_%s"), *Record.RequestGuid), Found->GetName());
 			return;
 		}
 
