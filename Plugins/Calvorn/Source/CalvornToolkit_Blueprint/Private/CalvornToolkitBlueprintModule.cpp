@@ -13,6 +13,7 @@
 #include "Operations/BlueprintCompileOperation.h"
 #include "Operations/BlueprintCreateOperation.h"
 #include "Operations/BlueprintGraphCreateOperation.h"
+#include "Operations/BlueprintGraphModifyOperation.h"
 #include "Operations/BlueprintReadOperation.h"
 #include "Operations/BlueprintRemoveOperation.h"
 
@@ -86,6 +87,8 @@ namespace
 				TEXT("Read a specific Blueprint macro with full details including macro graph with nodes, connections, inputs, and outputs"), &FBlueprintReadUtils::ReadBlueprint),
 			ReadRow<FWidgetBlueprintWidgetTreeReadOperation>(ToolInfo::ToolName_ReadBlueprintWidgetTree, TEXT("widget_tree"),
 				TEXT("Read Widget Blueprint widget tree. Returns widget_hierarchy (lightweight skeleton with names, classes, is_variable, and children structure) and optionally widgets dict with full details (properties, slots) for specific widget(s) if name parameter is provided."), &FBlueprintReadUtils::ReadBlueprint),
+			ChangeRow<FBlueprintGraphModifyOperation>(ToolInfo::ToolName_BPPopulateGraph, TEXT("modify"),
+				TEXT("[INTERNAL TOOL] Create/modify Blueprint graph nodes with waterfall spawning (deterministic → CAM context → CAM global). For manual testing via console commands and automation tests. Supports target_class/target_function for exact node creation, class_name/menu_title/menu_category for CAM filtering.")),
 			ChangeRow<FBlueprintGraphCreateOperation>(ToolInfo::ToolName_BPCreateGraph, TEXT("modify"),
 				TEXT("[INTERNAL TOOL] Create or configure Blueprint functions and delegate signatures (no node operations). Accepts batched 'functions' array with optional parameters/return_type metadata. Use with bp_populate_graph for node/connection workflows to maintain separation of concerns.")),
 			ChangeRow<FBlueprintCreateOperation>(ToolInfo::ToolName_BPCreateAsset, TEXT("create"),
