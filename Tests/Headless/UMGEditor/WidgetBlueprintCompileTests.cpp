@@ -219,3 +219,31 @@ TEST_F(FWidgetCompile, PaletteTemplatesMakeWidgetsOfTheirClassUnderTheClassCateg
 	EXPECT_EQ(Abstract.Create(Blueprint->WidgetTree), nullptr);
 	EXPECT_EQ(FWidgetTemplateClass(UButton::StaticClass()).Create(nullptr), nullptr);
 }
+
+TEST_F(FWidgetCompile, ThePackageWritesLayoutInTheEngineTextAndLeavesDefaultsOut)
+{
+	UWidgetBlueprint* Blueprint = MakeHud(TEXT("WBP_Text"));
+	ASSERT_NE(Blueprint, nullptr);
+	FString Bytes;
+	ASSERT_NE(SaveAndReload(Blueprint, &Bytes), nullptr);
+	const std::string File = U8(Bytes);
+	EXPECT_NE(File.find("(Offsets=(Left=24.000000,Top=16.000000,Right=100.000000,Bottom=30.000000),Anchors=(Minimum=(X=0.500000,Y=0.000000),Maximum=(X=0.500000,Y=0.000000)))"), std::string::npos) << File;
+	EXPECT_NE(File.find("(Left=2.000000,Top=4.000000,Right=2.000000,Bottom=4.000000)"), std::string::npos);
+	EXPECT_NE(File.find("HAlign_Center"), std::string::npos);
+	// A slot left at its kind's defaults writes none of its layout.
+	EXPECT_EQ(File.find("VAlign_Fill"), std::string::npos);
+	EXPECT_EQ(File.find("\"RenderOpacity\""), std::string::npos);
+}
+
+TEST_F(FWidgetCompile, AMemberVariableOfAWidgetsNameTakesTheNameFromTheWidget)
+{
+	UWidgetBlueprint* Blueprint = MakeHud(TEXT("WBP_Rename"));
+	ASSERT_NE(Blueprint, nullptr);
+	ASSERT_TRUE(FBlueprintEditorUtils::AddMemberVariable(Blueprint, TEXT("Amount"), PinType(UEdGraphSchema_K2::PC_Real, nullptr, UEdGraphSchema_K2::PC_Double)));
+	Blueprint->OnVariableAdded(TEXT("Amount"));
+	FCompilerResultsLog Log;
+	FKismetEditorUtilities::CompileBlueprint(Blueprint, EBlueprintCompileOptions::None, &Log);
+	EXPECT_EQ(Log.NumErrors, 0) << Messages(Log);
+	EXPECT_NE(CastField<FDoubleProperty>(Member(Blueprint, TEXT("Amount"))), nullptr);
+	EXPECT_NE(Member(Blueprint, TEXT("Icon")), nullptr);
+}
