@@ -38,6 +38,11 @@ public:
 
 	/** Binds the node to InDelegateProperty of the component held by InComponentProperty. */
 	UE_API void InitializeComponentBoundEventParams(const FObjectProperty* InComponentProperty, const FMulticastDelegateProperty* InDelegateProperty);
+	/**
+	 * The same by the component variable's name, for a component the Blueprint declares but its class does not hold
+	 * yet (added to the construction script since the last compile).
+	 */
+	UE_API void InitializeComponentBoundEventParams(FName InComponentPropertyName, const FMulticastDelegateProperty* InDelegateProperty);
 
 	/** The delegate property, or null if the owner class no longer has it. */
 	UE_API FMulticastDelegateProperty* GetTargetDelegateProperty() const;

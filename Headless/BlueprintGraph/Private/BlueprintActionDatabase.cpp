@@ -323,6 +323,18 @@ void FBlueprintActionDatabase::RefreshAssetActionsIfChanged(UBlueprint* Blueprin
 		UClass* Parent = Walk->ParentClass.Get();
 		Walk = Parent ? UBlueprint::GetBlueprintFromClass(Parent) : nullptr;
 	}
+	// The interfaces it implements give it events and messages, so a function added to one must show.
+	for (int32 Index = 0; Index < Chain.Num(); ++Index)
+	{
+		for (const FBPInterfaceDescription& Interface : Chain[Index]->ImplementedInterfaces)
+		{
+			UBlueprint* InterfaceBlueprint = Interface.Interface.Get() ? UBlueprint::GetBlueprintFromClass(Interface.Interface.Get()) : nullptr;
+			if (InterfaceBlueprint && !Chain.Contains(InterfaceBlueprint))
+			{
+				Chain.Add(InterfaceBlueprint);
+			}
+		}
+	}
 	for (UBlueprint* Each : Chain)
 	{
 		const FString* Known = AssetSignatures.Find(Each);
@@ -331,6 +343,25 @@ void FBlueprintActionDatabase::RefreshAssetActionsIfChanged(UBlueprint* Blueprin
 		{
 			RefreshAssetActions(Each);
 		}
+	}
+}
+
+void FBlueprintActionDatabase::RegisterUnknownBlueprints()
+{
+	// Nothing announces a new Blueprint here (the editor hears of it from the asset registry), so each menu looks.
+	TArray<UBlueprint*> Unknown;
+	for (TObjectIterator<UBlueprint> It; It; ++It)
+	{
+		// A Blueprint at the address of one that was collected is new too: its watch no longer leads to it.
+		const TWeakObjectPtr<UObject>* Watch = KeyWatch.Find(*It);
+		if (!AssetSignatures.Contains(*It) || !Watch || Watch->Get() != *It)
+		{
+			Unknown.Add(*It);
+		}
+	}
+	for (UBlueprint* Blueprint : Unknown)
+	{
+		RefreshAssetActions(Blueprint);
 	}
 }
 

@@ -19,7 +19,7 @@ namespace UE::BlueprintGraph::ActionDatabase
 	void RegisterFlowControlActions(FBlueprintActionDatabaseRegistrar& Registrar);
 	/** Casts, struct make and break, object construction and actor spawning. */
 	void RegisterTypeActions(FBlueprintActionDatabaseRegistrar& Registrar);
-	/** Self, custom events, create event, arrays and reroute nodes. */
+	/** Self, custom events, create event, arrays, reroute nodes and math expressions. */
 	void RegisterUtilityActions(FBlueprintActionDatabaseRegistrar& Registrar);
 
 	/** Whether Blueprints may hold variables of the class (BlueprintType or Blueprintable up its hierarchy). */

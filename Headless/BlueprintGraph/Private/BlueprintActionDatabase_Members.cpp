@@ -2,6 +2,7 @@
 
 #include "BlueprintActionDatabaseFamilies.h"
 #include "BlueprintActionDatabaseRegistrar.h"
+#include "BlueprintBoundEventNodeSpawner.h"
 #include "BlueprintDelegateNodeSpawner.h"
 #include "BlueprintEventNodeSpawner.h"
 #include "BlueprintFunctionNodeSpawner.h"
@@ -16,11 +17,14 @@
 #include "K2Node_CallDelegate.h"
 #include "K2Node_ClearDelegate.h"
 #include "K2Node_ClassDynamicCast.h"
+#include "K2Node_ComponentBoundEvent.h"
 #include "K2Node_DynamicCast.h"
+#include "K2Node_Message.h"
 #include "K2Node_RemoveDelegate.h"
 #include "K2Node_VariableGet.h"
 #include "K2Node_VariableSet.h"
 #include "UObject/FieldIterator.h"
+#include "UObject/Interface.h"
 #include "UObject/UnrealType.h"
 
 namespace UE::BlueprintGraph::ActionDatabase
@@ -52,10 +56,15 @@ namespace UE::BlueprintGraph::ActionDatabase
 
 	namespace
 	{
-		void RegisterDelegateActions(const UObject* Key, FMulticastDelegateProperty* Property, FBlueprintActionDatabaseRegistrar& Registrar)
+		void RegisterDelegateActions(const UObject* Key, const UClass* OwnerClass, FMulticastDelegateProperty* Property, FBlueprintActionDatabaseRegistrar& Registrar)
 		{
 			if (Property->HasAnyPropertyFlags(CPF_BlueprintAssignable))
 			{
+				// A component's delegate can also be listened to by an event bound to one component of a Blueprint.
+				if (OwnerClass && OwnerClass->IsChildOf(UActorComponent::StaticClass()))
+				{
+					Registrar.AddBlueprintAction(Key, UBlueprintBoundEventNodeSpawner::Create(UK2Node_ComponentBoundEvent::StaticClass(), Property));
+				}
 				Registrar.AddBlueprintAction(Key, UBlueprintDelegateNodeSpawner::Create(UK2Node_AddDelegate::StaticClass(), Property));
 				Registrar.AddBlueprintAction(Key, UBlueprintDelegateNodeSpawner::Create(UK2Node_AssignDelegate::StaticClass(), Property));
 				Registrar.AddBlueprintAction(Key, UBlueprintDelegateNodeSpawner::Create(UK2Node_RemoveDelegate::StaticClass(), Property));
@@ -67,14 +76,37 @@ namespace UE::BlueprintGraph::ActionDatabase
 			}
 		}
 
+		/** Whether calls of the class's functions may also be sent as messages to any object. */
+		bool CanClassSendMessages(const UClass* Class)
+		{
+			return Class && Class->HasAnyClassFlags(CLASS_Interface) && Class != UInterface::StaticClass()
+				&& !Class->HasAnyClassFlags(CLASS_NewerVersionExists) && !Class->GetBoolMetaData(TEXT("CannotGenerateMessageNodes"));
+		}
+
+		/** "<Function> (Message)": the interface call that needs no cast, for a target that may not implement it. */
+		UBlueprintNodeSpawner* MakeMessageNodeSpawner(UFunction* InterfaceFunction)
+		{
+			UBlueprintFunctionNodeSpawner* Spawner = UBlueprintFunctionNodeSpawner::Create(UK2Node_Message::StaticClass(), InterfaceFunction);
+			if (Spawner)
+			{
+				Spawner->DefaultMenuSignature.MenuName = FText::Format(FText::FromString(TEXT("{0} (Message)")), Spawner->DefaultMenuSignature.MenuName);
+			}
+			return Spawner;
+		}
+
 		void RegisterFunctionActions(const UObject* Key, UClass* Class, FBlueprintActionDatabaseRegistrar& Registrar)
 		{
+			const bool bSendsMessages = CanClassSendMessages(Class);
 			for (TFieldIterator<UFunction> It(Class, EFieldIteratorFlags::ExcludeSuper); It; ++It)
 			{
 				UFunction* Function = *It;
 				if (UEdGraphSchema_K2::CanUserKismetCallFunction(Function))
 				{
 					Registrar.AddBlueprintAction(Key, UBlueprintFunctionNodeSpawner::Create(Function));
+					if (bSendsMessages)
+					{
+						Registrar.AddBlueprintAction(Key, MakeMessageNodeSpawner(Function));
+					}
 				}
 				if (UEdGraphSchema_K2::FunctionCanBePlacedAsEvent(Function))
 				{
@@ -96,7 +128,7 @@ namespace UE::BlueprintGraph::ActionDatabase
 			FProperty* Property = *It;
 			if (FMulticastDelegateProperty* Delegate = CastField<FMulticastDelegateProperty>(Property))
 			{
-				RegisterDelegateActions(Class, Delegate, Registrar);
+				RegisterDelegateActions(Class, Class, Delegate, Registrar);
 				continue;
 			}
 			if (!Property->HasAnyPropertyFlags(CPF_BlueprintVisible) || Property->HasAnyPropertyFlags(CPF_Deprecated))
@@ -155,7 +187,7 @@ namespace UE::BlueprintGraph::ActionDatabase
 			RegisterFunctionActions(Blueprint, Skeleton, Registrar);
 			for (TFieldIterator<FMulticastDelegateProperty> It(Skeleton, EFieldIteratorFlags::ExcludeSuper); It; ++It)
 			{
-				RegisterDelegateActions(Blueprint, *It, Registrar);
+				RegisterDelegateActions(Blueprint, Skeleton, *It, Registrar);
 			}
 		}
 		if (UClass* Generated = Blueprint->GeneratedClass.Get())

@@ -1,4 +1,4 @@
-// Utility actions: self, custom events, create event, arrays and reroute nodes.
+// Utility actions: self, custom events, create event, arrays, reroute nodes and math expressions.
 
 #include "BlueprintActionDatabaseFamilies.h"
 #include "BlueprintActionDatabaseRegistrar.h"
@@ -9,6 +9,7 @@
 #include "K2Node_GetArrayItem.h"
 #include "K2Node_Knot.h"
 #include "K2Node_MakeArray.h"
+#include "K2Node_MathExpression.h"
 #include "K2Node_Self.h"
 
 namespace UE::BlueprintGraph::ActionDatabase
@@ -21,5 +22,7 @@ namespace UE::BlueprintGraph::ActionDatabase
 		Registrar.AddBlueprintAction(UK2Node_MakeArray::StaticClass(), UBlueprintNodeSpawner::Create<UK2Node_MakeArray>());
 		Registrar.AddBlueprintAction(UK2Node_GetArrayItem::StaticClass(), UBlueprintNodeSpawner::Create<UK2Node_GetArrayItem>());
 		Registrar.AddBlueprintAction(UK2Node_Knot::StaticClass(), UBlueprintNodeSpawner::Create<UK2Node_Knot>());
+		// "Add Math Expression...": titled, filed and searched by what the node says of itself before it has a formula.
+		Registrar.AddBlueprintAction(UK2Node_MathExpression::StaticClass(), UBlueprintNodeSpawner::Create<UK2Node_MathExpression>());
 	}
 }

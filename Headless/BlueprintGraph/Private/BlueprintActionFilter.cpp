@@ -1,4 +1,5 @@
 #include "BlueprintActionFilter.h"
+#include "BlueprintBoundEventNodeSpawner.h"
 #include "BlueprintDelegateNodeSpawner.h"
 #include "BlueprintEventNodeSpawner.h"
 #include "BlueprintFieldNodeSpawner.h"
@@ -332,8 +333,26 @@ bool FBlueprintActionFilter::IsFilteredByThis(FBlueprintActionInfo& BlueprintAct
 		}
 	}
 
-	// Actions a Blueprint contributes are offered in that Blueprint and in the Blueprints derived from it.
-	if (const UBlueprint* OwnerBlueprint = Cast<UBlueprint>(BlueprintAction.GetActionOwner()))
+	// An action that places a node bound to an object (a component's event) is offered only with that object.
+	if (const UBlueprintBoundEventNodeSpawner* BoundSpawner = Cast<UBlueprintBoundEventNodeSpawner>(Spawner))
+	{
+		if (BlueprintAction.Bindings.Num() == 0)
+		{
+			return true;
+		}
+		for (UObject* Binding : BlueprintAction.Bindings)
+		{
+			if (!BoundSpawner->IsBindingCompatible(Binding))
+			{
+				return true;
+			}
+		}
+	}
+
+	// Actions a Blueprint contributes are offered in that Blueprint and in the Blueprints derived from it; an
+	// interface's functions are for everyone to call.
+	const UBlueprint* ContributingBlueprint = Cast<UBlueprint>(BlueprintAction.GetActionOwner());
+	if (const UBlueprint* OwnerBlueprint = ContributingBlueprint && ContributingBlueprint->BlueprintType != BPTYPE_Interface ? ContributingBlueprint : nullptr)
 	{
 		UClass* OwnerClass = GetBlueprintClass(OwnerBlueprint);
 		for (const UBlueprint* Blueprint : Context.Blueprints)

@@ -1,6 +1,7 @@
 #include "BlueprintActionMenuBuilder.h"
 #include "BlueprintActionDatabase.h"
 #include "BlueprintActionMenuItem.h"
+#include "BlueprintBoundEventNodeSpawner.h"
 #include "BlueprintNodeSpawner.h"
 
 FBlueprintActionMenuBuilder::FBlueprintActionMenuBuilder() = default;
@@ -26,6 +27,7 @@ void FBlueprintActionMenuBuilder::RebuildActionList()
 {
 	FGraphActionListBuilderBase::Empty();
 	FBlueprintActionDatabase& Database = FBlueprintActionDatabase::Get();
+	Database.RegisterUnknownBlueprints();
 	// The menu's own Blueprints must be current: a variable added a moment ago is offered.
 	for (const FMenuSection& Section : MenuSections)
 	{
@@ -51,24 +53,56 @@ void FBlueprintActionMenuBuilder::RebuildActionList()
 	{
 		FMenuSection& Section = MenuSections[SectionIndex];
 		const FString Heading = Section.Heading.ToString();
+		// A heading roots every entry of its section: "Add Event for Mesh|Collision".
+		auto MakeCategory = [&Section, &Heading](const FText& ActionCategory)
+		{
+			const FString Own = (Section.Flags & FlattenCategoryHierarcy) ? FString() : ActionCategory.ToString();
+			if (Heading.IsEmpty() || Own.IsEmpty())
+			{
+				return FText::FromString(Heading.IsEmpty() ? Own : Heading);
+			}
+			return FText::FromString(Heading + TEXT("|") + Own);
+		};
+		auto AddItem = [this, &Section, &MakeCategory](UBlueprintNodeSpawner* Spawner, FBlueprintActionInfo& Info)
+		{
+			const FBlueprintActionUiSpec Spec = Spawner->GetUiSpec(Section.Filter.Context, Info.Bindings);
+			if (Spec.MenuName.IsEmpty())
+			{
+				// Nothing to show the user: the action's node could not describe itself.
+				return;
+			}
+			AddAction(MakeShared<FBlueprintActionMenuItem>(Spawner, Spec, Info.Bindings, MakeCategory(Spec.Category), Section.MenuOrder));
+		};
+		const TArray<UObject*>& Selection = Section.Filter.Context.SelectedObjects;
 		for (const TPair<const UObject*, FBlueprintActionDatabase::FActionList>& Pair : Registry)
 		{
 			for (UBlueprintNodeSpawner* Spawner : Pair.Value)
 			{
 				FBlueprintActionInfo Info(Pair.Key, Spawner);
-				if (Section.Filter.IsFiltered(Info))
+				if (!Section.Filter.IsFiltered(Info))
+				{
+					AddItem(Spawner, Info);
+				}
+				// Actions that bind their node to an object get one entry per selected object they can take.
+				const UBlueprintBoundEventNodeSpawner* BoundSpawner = Selection.Num() > 0 ? Cast<UBlueprintBoundEventNodeSpawner>(Spawner) : nullptr;
+				if (!BoundSpawner)
 				{
 					continue;
 				}
-				const FBlueprintActionUiSpec Spec = Spawner->GetUiSpec(Section.Filter.Context, Info.Bindings);
-				if (Spec.MenuName.IsEmpty())
+				for (UObject* Selected : Selection)
 				{
-					// Nothing to show the user: the action's node could not describe itself.
-					continue;
+					if (!BoundSpawner->IsBindingCompatible(Selected))
+					{
+						continue;
+					}
+					IBlueprintNodeBinder::FBindingSet Binding;
+					Binding.Add(Selected);
+					FBlueprintActionInfo BoundInfo(Info, Binding);
+					if (!Section.Filter.IsFiltered(BoundInfo))
+					{
+						AddItem(Spawner, BoundInfo);
+					}
 				}
-				FText Category = (Section.Flags & FlattenCategoryHierarcy) ? FText() : Spec.Category;
-				TSharedPtr<FEdGraphSchemaAction> Item = MakeShared<FBlueprintActionMenuItem>(Spawner, Spec, Info.Bindings, MoveTemp(Category), Section.MenuOrder);
-				AddAction(Item, Heading);
 			}
 		}
 	}

@@ -1,3 +1,4 @@
+#include "BlueprintBoundEventNodeSpawner.h"
 #include "BlueprintDelegateNodeSpawner.h"
 #include "BlueprintEventNodeSpawner.h"
 #include "BlueprintFieldNodeSpawner.h"
@@ -12,7 +13,10 @@
 #include "Engine/Blueprint.h"
 #include "K2Node_BaseMCDelegate.h"
 #include "K2Node_CallFunction.h"
+#include "Components/ActorComponent.h"
+#include "Engine/SCS_Node.h"
 #include "K2Node_CommutativeAssociativeBinaryOperator.h"
+#include "K2Node_ComponentBoundEvent.h"
 #include "K2Node_CustomEvent.h"
 #include "K2Node_Event.h"
 #include "K2Node_FunctionEntry.h"
@@ -28,6 +32,7 @@ IMPLEMENT_CLASS(UBlueprintFunctionNodeSpawner)
 IMPLEMENT_CLASS(UBlueprintVariableNodeSpawner)
 IMPLEMENT_CLASS(UBlueprintEventNodeSpawner)
 IMPLEMENT_CLASS(UBlueprintDelegateNodeSpawner)
+IMPLEMENT_CLASS(UBlueprintBoundEventNodeSpawner)
 
 namespace
 {
@@ -760,6 +765,127 @@ UEdGraphNode* UBlueprintDelegateNodeSpawner::Invoke(UEdGraph* ParentGraph, const
 			UClass* GraphClass = GraphBlueprint ? FBlueprintActionFilter::GetBlueprintClass(GraphBlueprint) : nullptr;
 			const bool bSelfContext = GraphClass && Owner && (GraphClass->IsChildOf(Owner) || UE::BlueprintGraph::Private::GetAuthoritativeClass(GraphClass)->IsChildOf(Owner));
 			DelegateNode->SetFromProperty(Property, bSelfContext, Owner);
+		}
+		User.ExecuteIfBound(NewNode, bIsTemplate);
+	});
+	return SpawnNode(NodeClass, ParentGraph, Bindings, Location, PostSpawn);
+}
+
+//------------------------------------------------------------------------------ bound event
+
+UBlueprintBoundEventNodeSpawner* UBlueprintBoundEventNodeSpawner::Create(TSubclassOf<UK2Node_Event> InNodeClass, FMulticastDelegateProperty* EventDelegate, UObject* Outer)
+{
+	if (!EventDelegate || !EventDelegate->GetOwnerClass() || !InNodeClass.Get() || InNodeClass->HasAnyClassFlags(CLASS_Abstract))
+	{
+		return nullptr;
+	}
+	UBlueprintBoundEventNodeSpawner* Spawner = NewObject<UBlueprintBoundEventNodeSpawner>(OuterOrTransient(Outer));
+	Spawner->NodeClass = InNodeClass.Get();
+	Spawner->DelegateOwnerClass = UE::BlueprintGraph::Private::GetAuthoritativeClass(EventDelegate->GetOwnerClass());
+	Spawner->DelegateName = EventDelegate->GetFName();
+
+	FString DisplayName = EventDelegate->GetMetaData(TEXT("DisplayName"));
+	if (DisplayName.IsEmpty())
+	{
+		DisplayName = FName::NameToDisplayString(EventDelegate->GetName(), false);
+	}
+	const FString Category = MakeReadableCategory(EventDelegate->GetMetaData(TEXT("Category")));
+	const FString Tooltip = EventDelegate->GetMetaData(TEXT("ToolTip"));
+	FBlueprintActionUiSpec& Spec = Spawner->DefaultMenuSignature;
+	Spec.MenuName = FText::FromString(FString::Printf(TEXT("Add %s"), *DisplayName));
+	Spec.Category = FText::FromString(Category.IsEmpty() ? FString(TEXT("Event Dispatchers")) : Category);
+	Spec.Tooltip = FText::FromString(Tooltip.IsEmpty() ? DisplayName : Tooltip);
+	Spec.Keywords = FText::FromString(TEXT(" "));
+	return Spawner;
+}
+
+FMulticastDelegateProperty* UBlueprintBoundEventNodeSpawner::GetEventDelegate() const
+{
+	UClass* Owner = DelegateOwnerClass.Get();
+	return Owner ? CastField<FMulticastDelegateProperty>(Owner->FindPropertyByName(DelegateName)) : nullptr;
+}
+
+bool UBlueprintBoundEventNodeSpawner::ResolveComponentBinding(const UObject* Binding, FName& OutVariableName, UClass*& OutComponentClass)
+{
+	if (const USCS_Node* SCSNode = Cast<USCS_Node>(Binding))
+	{
+		OutVariableName = SCSNode->GetVariableName();
+		OutComponentClass = SCSNode->ComponentClass.Get();
+		return !OutVariableName.IsNone() && OutComponentClass;
+	}
+	// A component the parent class makes: named by the property of its owner's class that holds it.
+	const UActorComponent* Template = Cast<UActorComponent>(Binding);
+	const UObject* Owner = Template ? Template->GetOuter() : nullptr;
+	if (!Owner)
+	{
+		return false;
+	}
+	for (TFieldIterator<FObjectPropertyBase> It(Owner->GetClass()); It; ++It)
+	{
+		if (It->GetObjectPropertyValue_InContainer(Owner) == Template)
+		{
+			OutVariableName = It->GetFName();
+			OutComponentClass = Template->GetClass();
+			return true;
+		}
+	}
+	return false;
+}
+
+bool UBlueprintBoundEventNodeSpawner::IsBindingCompatible(const UObject* Binding) const
+{
+	FName VariableName;
+	UClass* ComponentClass = nullptr;
+	UClass* Owner = DelegateOwnerClass.Get();
+	return Owner && GetEventDelegate() && ResolveComponentBinding(Binding, VariableName, ComponentClass)
+		&& UE::BlueprintGraph::Private::GetAuthoritativeClass(ComponentClass)->IsChildOf(Owner);
+}
+
+UK2Node_Event* UBlueprintBoundEventNodeSpawner::FindPreExistingEvent(UBlueprint* Blueprint, const FBindingSet& Bindings) const
+{
+	FName VariableName;
+	UClass* ComponentClass = nullptr;
+	if (!Blueprint || Bindings.Num() == 0 || !ResolveComponentBinding(*Bindings.CreateConstIterator(), VariableName, ComponentClass))
+	{
+		return nullptr;
+	}
+	TArray<UEdGraph*> Graphs;
+	Blueprint->GetAllGraphs(Graphs);
+	for (UEdGraph* Graph : Graphs)
+	{
+		for (UEdGraphNode* Node : Graph->Nodes)
+		{
+			UK2Node_ComponentBoundEvent* Bound = Cast<UK2Node_ComponentBoundEvent>(Node);
+			if (Bound && Bound->ComponentPropertyName == VariableName && Bound->DelegatePropertyName == DelegateName)
+			{
+				return Bound;
+			}
+		}
+	}
+	return nullptr;
+}
+
+UEdGraphNode* UBlueprintBoundEventNodeSpawner::Invoke(UEdGraph* ParentGraph, const FBindingSet& Bindings, const FVector2D Location) const
+{
+	FMulticastDelegateProperty* Delegate = GetEventDelegate();
+	FName VariableName;
+	UClass* ComponentClass = nullptr;
+	// Unbound, there is no component to listen to: the menu never offers it so, and a template is not needed.
+	if (!ParentGraph || !Delegate || Bindings.Num() == 0 || !ResolveComponentBinding(*Bindings.CreateConstIterator(), VariableName, ComponentClass))
+	{
+		return nullptr;
+	}
+	// A component's delegate is bound once per Blueprint; asking again gives the existing event.
+	if (UK2Node_Event* Existing = FindPreExistingEvent(UE::BlueprintGraph::Private::FindBlueprintFor(ParentGraph), Bindings))
+	{
+		return Existing;
+	}
+	FCustomizeNodeDelegate User = CustomizeNodeDelegate;
+	FCustomizeNodeDelegate PostSpawn = FCustomizeNodeDelegate::CreateLambda([Delegate, VariableName, User](UEdGraphNode* NewNode, bool bIsTemplate)
+	{
+		if (UK2Node_ComponentBoundEvent* Bound = Cast<UK2Node_ComponentBoundEvent>(NewNode))
+		{
+			Bound->InitializeComponentBoundEventParams(VariableName, Delegate);
 		}
 		User.ExecuteIfBound(NewNode, bIsTemplate);
 	});

@@ -22,11 +22,19 @@ UK2Node_ComponentBoundEvent::UK2Node_ComponentBoundEvent()
 
 void UK2Node_ComponentBoundEvent::InitializeComponentBoundEventParams(const FObjectProperty* InComponentProperty, const FMulticastDelegateProperty* InDelegateProperty)
 {
-	if (!InComponentProperty || !InDelegateProperty)
+	if (InComponentProperty)
+	{
+		InitializeComponentBoundEventParams(InComponentProperty->GetFName(), InDelegateProperty);
+	}
+}
+
+void UK2Node_ComponentBoundEvent::InitializeComponentBoundEventParams(FName InComponentPropertyName, const FMulticastDelegateProperty* InDelegateProperty)
+{
+	if (InComponentPropertyName.IsNone() || !InDelegateProperty)
 	{
 		return;
 	}
-	ComponentPropertyName = InComponentProperty->GetFName();
+	ComponentPropertyName = InComponentPropertyName;
 	DelegatePropertyName = InDelegateProperty->GetFName();
 	DelegateOwnerClass = GetAuthoritativeClass(InDelegateProperty->GetOwnerClass());
 	EventReference.SetFromField<UFunction>(InDelegateProperty->SignatureFunction, false);
@@ -34,7 +42,7 @@ void UK2Node_ComponentBoundEvent::InitializeComponentBoundEventParams(const FObj
 	// The event's function is named after everything that makes it unique in the Blueprint.
 	const UBlueprint* Blueprint = GetBlueprint();
 	CustomFunctionName = FName(*FString::Printf(TEXT("BndEvt__%s_%s_%s_%s"), Blueprint ? *Blueprint->GetName() : TEXT("None"),
-		*InComponentProperty->GetName(), *GetName(), *EventReference.GetMemberName().ToString()));
+		*InComponentPropertyName.ToString(), *GetName(), *EventReference.GetMemberName().ToString()));
 	bOverrideFunction = false;
 	bInternalEvent = true;
 }

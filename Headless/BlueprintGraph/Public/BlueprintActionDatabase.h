@@ -70,6 +70,8 @@ private:
 	 * the Blueprints it is built for.
 	 */
 	void RefreshAssetActionsIfChanged(UBlueprint* Blueprint);
+	/** Registers the Blueprints made or loaded since the last build, so other Blueprints' menus see them. */
+	void RegisterUnknownBlueprints();
 	static FString MakeMemberSignature(const UBlueprint* Blueprint);
 
 	/** The one database, built or not. */

@@ -4,6 +4,12 @@
 #include "BlueprintActionFilter.h"
 #include "BlueprintActionMenuBuilder.h"
 #include "BlueprintActionMenuItem.h"
+#include "BlueprintBoundEventNodeSpawner.h"
+#include "Components/ActorComponent.h"
+#include "Engine/SCS_Node.h"
+#include "Engine/SimpleConstructionScript.h"
+#include "GameFramework/Actor.h"
+#include "K2Node_ComponentBoundEvent.h"
 #include "BlueprintNodeSpawner.h"
 #include "EdGraph/EdGraph.h"
 #include "EdGraph/EdGraphNode_Comment.h"
@@ -15,6 +21,7 @@
 
 namespace
 {
+	constexpr int32 ComponentsSectionGroup = 100;
 	constexpr int32 MainMenuSectionGroup = 0;
 
 	/**
@@ -107,6 +114,102 @@ namespace
 		return true;
 	}
 
+	/** A component the Blueprint's graphs can bind events to, and the variable that names it. */
+	struct FBindableComponent
+	{
+		UObject* Binding = nullptr;
+		FName VariableName;
+	};
+
+	/**
+	 * The components of an actor Blueprint in the order the components panel lists them: those the native parent
+	 * class makes (when a visible property holds them), then the construction script nodes of each Blueprint from
+	 * the oldest ancestor down to this one.
+	 */
+	TArray<FBindableComponent> GatherBindableComponents(UBlueprint* Blueprint)
+	{
+		TArray<FBindableComponent> Components;
+		if (!Blueprint || !FBlueprintEditorUtils::IsActorBased(Blueprint))
+		{
+			return Components;
+		}
+		TArray<UBlueprint*> Chain;
+		UClass* NativeParent = Blueprint->ParentClass.Get();
+		Chain.Add(Blueprint);
+		while (NativeParent)
+		{
+			UBlueprint* ParentBlueprint = UBlueprint::GetBlueprintFromClass(NativeParent);
+			if (!ParentBlueprint || Chain.Contains(ParentBlueprint))
+			{
+				break;
+			}
+			Chain.Insert(ParentBlueprint, 0);
+			NativeParent = ParentBlueprint->ParentClass.Get();
+		}
+		if (const AActor* NativeDefaults = NativeParent ? Cast<AActor>(NativeParent->GetDefaultObject()) : nullptr)
+		{
+			TArray<UActorComponent*> Native;
+			NativeDefaults->GetComponents(Native);
+			for (UActorComponent* Component : Native)
+			{
+				FBindableComponent Entry;
+				UClass* ComponentClass = nullptr;
+				Entry.Binding = Component;
+				const FProperty* Holder = UBlueprintBoundEventNodeSpawner::ResolveComponentBinding(Component, Entry.VariableName, ComponentClass)
+					? NativeParent->FindPropertyByName(Entry.VariableName) : nullptr;
+				if (Holder && Holder->HasAnyPropertyFlags(CPF_BlueprintVisible))
+				{
+					Components.Add(Entry);
+				}
+			}
+		}
+		for (UBlueprint* Each : Chain)
+		{
+			if (USimpleConstructionScript* SCS = Each->SimpleConstructionScript.Get())
+			{
+				for (USCS_Node* Node : SCS->GetAllNodes())
+				{
+					FBindableComponent Entry;
+					UClass* ComponentClass = nullptr;
+					Entry.Binding = Node;
+					if (UBlueprintBoundEventNodeSpawner::ResolveComponentBinding(Node, Entry.VariableName, ComponentClass))
+					{
+						Components.Add(Entry);
+					}
+				}
+			}
+		}
+		return Components;
+	}
+
+	/**
+	 * "Add Event for <Component>": the events of one component's delegates, one section per component as the
+	 * editor shows a single selected component. The editor fills these sections from the components selected in
+	 * its panel; a menu built without a selection (the headless editor has no panel) covers every component.
+	 */
+	void AddComponentEventSections(const FBlueprintActionContext& Context, FBlueprintActionMenuBuilder& MenuOut)
+	{
+		if (Context.Blueprints.Num() != 1)
+		{
+			return;
+		}
+		TArray<FBindableComponent> Components = GatherBindableComponents(Context.Blueprints[0]);
+		if (Context.SelectedObjects.Num() > 0)
+		{
+			Components.RemoveAll([&Context](const FBindableComponent& Entry) { return !Context.SelectedObjects.Contains(Entry.Binding); });
+		}
+		for (const FBindableComponent& Component : Components)
+		{
+			FBlueprintActionFilter ComponentEvents;
+			ComponentEvents.Context = Context;
+			ComponentEvents.Context.Pins.Empty();
+			ComponentEvents.Context.SelectedObjects.Empty();
+			ComponentEvents.Context.SelectedObjects.Add(Component.Binding);
+			ComponentEvents.PermittedNodeTypes.Add(UK2Node_ComponentBoundEvent::StaticClass());
+			MenuOut.AddMenuSection(ComponentEvents, FText::FromString(FString::Printf(TEXT("Add Event for %s"), *Component.VariableName.ToString())), ComponentsSectionGroup);
+		}
+	}
+
 	UClass* GetPinObjectClass(const UEdGraphPin* Pin)
 	{
 		if (!Pin)
@@ -183,6 +286,7 @@ void FBlueprintActionMenuUtils::MakeContextMenu(const FBlueprintActionContext& C
 
 	MenuOut.Empty();
 	MenuOut.AddMenuSection(MainMenuFilter, FText::GetEmpty(), MainMenuSectionGroup);
+	AddComponentEventSections(Context, MenuOut);
 	MenuOut.RebuildActionList();
 
 	if (CanAddTimeline(Context))

@@ -1,0 +1,220 @@
+#include "ActionMenuTestUtils.h"
+
+#include "EdGraph/EdGraphNode_Comment.h"
+#include "Engine/SCS_Node.h"
+#include "Engine/SimpleConstructionScript.h"
+#include "K2Node_ComponentBoundEvent.h"
+#include "K2Node_MathExpression.h"
+#include "K2Node_Message.h"
+
+using namespace ActionMenuTest;
+
+// The entries that are not member calls: comments, math expressions, interface messages and the events bound to
+// the Blueprint's components, graph by graph.
+
+namespace
+{
+	enum class EGraphKind
+	{
+		Event,
+		Function,
+	};
+
+	struct FCoverageRow
+	{
+		const char* Title;
+		const char* Category;
+		const char* NodeClass;
+		bool bInEventGraph;
+		bool bInFunctionGraph;
+	};
+
+	const FCoverageRow GCoverage[] = {
+		{"Add Comment...", "", "EdGraphNode_Comment", true, true},
+		{"Add Math Expression...", "", "K2Node_MathExpression", true, true},
+		{"Add On Component Begin Overlap", "Add Event for CollisionComp|Collision", "K2Node_ComponentBoundEvent", true, false},
+		{"Add On Component Hit", "Add Event for CollisionComp|Collision", "K2Node_ComponentBoundEvent", true, false},
+		{"Add On Component Begin Overlap", "Add Event for Mesh|Collision", "K2Node_ComponentBoundEvent", true, false},
+		{"Ping (Message)", nullptr, "K2Node_Message", true, true},
+		{"Event BeginPlay", "Add Event", "K2Node_Event", true, false},
+	};
+
+	class FActionMenuCoverageTest : public FActionMenuFixture
+	{
+	protected:
+		/** An actor Blueprint with two colliding components and a scene component, and an interface to message. */
+		void SetUp() override
+		{
+			UBlueprint* Interface = Create(EditorTest::FindClass(TEXT("/Script/CoreUObject.Interface")), TEXT("BPI_MenuPinger"), BPTYPE_Interface);
+			ASSERT_NE(Interface, nullptr);
+			AddFunction(Interface, TEXT("Ping"));
+			FKismetEditorUtilities::CompileBlueprint(Interface);
+
+			Blueprint = Create(EditorTest::FindClass(TEXT("/Script/Engine.Actor")), TEXT("BP_MenuCoverage"));
+			ASSERT_NE(Blueprint, nullptr);
+			USimpleConstructionScript* SCS = Blueprint->SimpleConstructionScript.Get();
+			ASSERT_NE(SCS, nullptr);
+			CollisionComp = AddComponent(TEXT("/Script/Engine.SphereComponent"), TEXT("CollisionComp"));
+			Mesh = AddComponent(TEXT("/Script/Engine.StaticMeshComponent"), TEXT("Mesh"));
+			Mount = AddComponent(TEXT("/Script/Engine.SceneComponent"), TEXT("CameraMount"));
+			Function = AddFunction(Blueprint, TEXT("DoThings"));
+			FKismetEditorUtilities::CompileBlueprint(Blueprint);
+		}
+
+		USCS_Node* AddComponent(const TCHAR* ClassPath, const TCHAR* Name)
+		{
+			USCS_Node* Node = Blueprint->SimpleConstructionScript->CreateNode(EditorTest::FindClass(ClassPath), FName(Name));
+			Blueprint->SimpleConstructionScript->AddNode(Node);
+			return Node;
+		}
+
+		UEdGraph* GraphOf(EGraphKind Kind) const { return Kind == EGraphKind::Event ? EventGraphOf(Blueprint) : Function; }
+
+		UBlueprint* Blueprint = nullptr;
+		UEdGraph* Function = nullptr;
+		USCS_Node* CollisionComp = nullptr;
+		USCS_Node* Mesh = nullptr;
+		USCS_Node* Mount = nullptr;
+	};
+
+	int32 CountRows(const std::vector<FMenuRow>& Rows, const std::string& Title, const std::string& Category)
+	{
+		int32 Count = 0;
+		for (const FMenuRow& Row : Rows)
+		{
+			Count += (Row.Title == Title && Row.Category == Category) ? 1 : 0;
+		}
+		return Count;
+	}
+}
+
+TEST_F(FActionMenuCoverageTest, EachGraphOffersWhatTheEditorOffersThere)
+{
+	for (EGraphKind Kind : {EGraphKind::Event, EGraphKind::Function})
+	{
+		const std::vector<FMenuRow> Rows = MenuFor(Blueprint, GraphOf(Kind));
+		for (const FCoverageRow& Expected : GCoverage)
+		{
+			SCOPED_TRACE(std::string(Expected.Title) + (Kind == EGraphKind::Event ? " in the event graph" : " in a function graph"));
+			const bool bExpected = Kind == EGraphKind::Event ? Expected.bInEventGraph : Expected.bInFunctionGraph;
+			const FMenuRow* Row = Expected.Category ? FindRow(Rows, Expected.Title, Expected.Category) : FindRow(Rows, Expected.Title);
+			if (!bExpected)
+			{
+				EXPECT_EQ(Row, nullptr);
+				continue;
+			}
+			ASSERT_NE(Row, nullptr);
+			EXPECT_EQ(Row->TypeId, "FBlueprintActionMenuItem");
+			EXPECT_EQ(Row->NodeClass, Expected.NodeClass);
+			if (Expected.Category)
+			{
+				EXPECT_EQ(CountRows(Rows, Expected.Title, Expected.Category), 1);
+			}
+		}
+		// No component event is ever offered unbound, nor for a component whose class lacks the delegate.
+		for (const FMenuRow& Row : Rows)
+		{
+			if (Row.NodeClass == "K2Node_ComponentBoundEvent")
+			{
+				EXPECT_EQ(Row.Category.rfind("Add Event for ", 0), 0u) << Row.Title;
+				EXPECT_EQ(Row.Category.rfind("Add Event for CameraMount|Collision", 0), std::string::npos) << Row.Title;
+			}
+		}
+	}
+}
+
+TEST_F(FActionMenuCoverageTest, MessageSitsBesideTheInterfaceCallItSends)
+{
+	const std::vector<FMenuRow> Rows = MenuFor(Blueprint, EventGraphOf(Blueprint));
+	const FMenuRow* Message = FindRow(Rows, "Ping (Message)");
+	const FMenuRow* Call = FindRow(Rows, "Ping");
+	ASSERT_NE(Message, nullptr);
+	ASSERT_NE(Call, nullptr);
+	EXPECT_EQ(Call->NodeClass, "K2Node_CallFunction");
+	EXPECT_EQ(Message->Category, Call->Category);
+
+	UK2Node_Message* Node = Cast<UK2Node_Message>(Message->Action->PerformAction(EventGraphOf(Blueprint), nullptr, FVector2f(0.0f, 0.0f)));
+	ASSERT_NE(Node, nullptr);
+	EXPECT_EQ(U8(Node->FunctionReference.GetMemberName()), "Ping");
+	EXPECT_EQ(U8(Node->GetNodeTitle(ENodeTitleType::MenuTitle)), "Ping (Message)");
+	EXPECT_EQ(U8(Node->GetNodeTitle(ENodeTitleType::FullTitle)).find("(Message)"), std::string::npos);
+	// The target is any object: whether it implements the interface is found out when the message is sent.
+	const UEdGraphPin* Target = Node->FindPin(UEdGraphSchema_K2::PN_Self);
+	ASSERT_NE(Target, nullptr);
+	EXPECT_EQ(Target->PinType.PinCategory, UEdGraphSchema_K2::PC_Object);
+	EXPECT_EQ(Target->PinType.PinSubCategoryObject.Get(), UObject::StaticClass());
+	EXPECT_NE(Node->GetExecPin(), nullptr);
+}
+
+TEST_F(FActionMenuCoverageTest, ComponentEventIsBoundToItsComponentOnce)
+{
+	UEdGraph* Graph = EventGraphOf(Blueprint);
+	const std::vector<FMenuRow> Rows = MenuFor(Blueprint, Graph);
+	const FMenuRow* Overlap = FindRow(Rows, "Add On Component Begin Overlap", "Add Event for CollisionComp|Collision");
+	ASSERT_NE(Overlap, nullptr);
+
+	const int32 NodesBefore = Graph->Nodes.Num();
+	UK2Node_ComponentBoundEvent* Event = Cast<UK2Node_ComponentBoundEvent>(Overlap->Action->PerformAction(Graph, nullptr, FVector2f(64.0f, 32.0f)));
+	ASSERT_NE(Event, nullptr);
+	EXPECT_EQ(Graph->Nodes.Num(), NodesBefore + 1);
+	EXPECT_EQ(U8(Event->ComponentPropertyName), "CollisionComp");
+	EXPECT_EQ(U8(Event->DelegatePropertyName), "OnComponentBeginOverlap");
+	EXPECT_EQ(U8(Event->GetNodeTitle(ENodeTitleType::FullTitle)), "On Component Begin Overlap (CollisionComp)");
+	EXPECT_EQ(Event->NodePosX, 64);
+	for (const char* Pin : {"then", "OverlappedComponent", "OtherActor", "OtherComp", "OtherBodyIndex", "bFromSweep", "SweepResult"})
+	{
+		EXPECT_NE(Event->FindPin(FName(UTF8_TO_TCHAR(Pin))), nullptr) << Pin;
+	}
+	EXPECT_TRUE(Event->IsDelegateValid());
+
+	// The component's delegate is bound once per Blueprint; asking again gives the same node back.
+	UEdGraphNode* Again = Overlap->Action->PerformAction(Graph, nullptr, FVector2f(400.0f, 0.0f));
+	EXPECT_EQ(Again, Event);
+	EXPECT_EQ(Graph->Nodes.Num(), NodesBefore + 1);
+
+	// The same delegate of another component is another event.
+	UK2Node_ComponentBoundEvent* MeshEvent = Cast<UK2Node_ComponentBoundEvent>(
+		FindRow(Rows, "Add On Component Begin Overlap", "Add Event for Mesh|Collision")->Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 400.0f)));
+	ASSERT_NE(MeshEvent, nullptr);
+	EXPECT_NE(MeshEvent, Event);
+	EXPECT_EQ(U8(MeshEvent->ComponentPropertyName), "Mesh");
+	EXPECT_NE(MeshEvent->CustomFunctionName, Event->CustomFunctionName);
+}
+
+TEST_F(FActionMenuCoverageTest, SelectedComponentsNarrowTheComponentSections)
+{
+	FBlueprintActionContext Context;
+	Context.Blueprints.Add(Blueprint);
+	Context.Graphs.Add(EventGraphOf(Blueprint));
+	Context.SelectedObjects.Add(Mesh);
+	FBlueprintActionMenuBuilder Menu;
+	FBlueprintActionMenuUtils::MakeContextMenu(Context, false, EContextTargetFlags::ContextTargetFlags_MAX - 1, Menu);
+	const std::vector<FMenuRow> Rows = ReadMenu(Menu);
+
+	EXPECT_NE(FindRow(Rows, "Add On Component Begin Overlap", "Add Event for Mesh|Collision"), nullptr);
+	EXPECT_EQ(FindRow(Rows, "Add On Component Begin Overlap", "Add Event for CollisionComp|Collision"), nullptr);
+	// The rest of the menu does not depend on the selection.
+	EXPECT_NE(FindRow(Rows, "Print String"), nullptr);
+	EXPECT_NE(FindRow(Rows, "Add Comment..."), nullptr);
+}
+
+TEST_F(FActionMenuCoverageTest, MathExpressionAndCommentAreFreshNodesEachTime)
+{
+	UEdGraph* Graph = GraphOf(EGraphKind::Function);
+	const std::vector<FMenuRow> Rows = MenuFor(Blueprint, Graph);
+	for (const char* Title : {"Add Math Expression...", "Add Comment..."})
+	{
+		SCOPED_TRACE(Title);
+		const FMenuRow* Row = FindRow(Rows, Title);
+		ASSERT_NE(Row, nullptr);
+		UEdGraphNode* First = Row->Action->PerformAction(Graph, nullptr, FVector2f(16.0f, 16.0f));
+		UEdGraphNode* Second = Row->Action->PerformAction(Graph, nullptr, FVector2f(16.0f, 316.0f));
+		ASSERT_NE(First, nullptr);
+		ASSERT_NE(Second, nullptr);
+		EXPECT_NE(First, Second);
+		EXPECT_TRUE(Graph->Nodes.Contains(First));
+		EXPECT_EQ(Second->NodePosY, 316);
+	}
+	EXPECT_NE(Cast<UK2Node_MathExpression>(FindRow(Rows, "Add Math Expression...")->Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 0.0f))), nullptr);
+	EXPECT_NE(Cast<UEdGraphNode_Comment>(FindRow(Rows, "Add Comment...")->Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 0.0f))), nullptr);
+}
