@@ -215,6 +215,11 @@ TEST_F(FWidgetCompile, PaletteTemplatesMakeWidgetsOfTheirClassUnderTheClassCateg
 		EXPECT_EQ(First->GetOuter(), Blueprint->WidgetTree);
 		EXPECT_NE(First->GetFName(), Second->GetFName());
 	}
+	// A text block from the palette starts with a text; one made in code starts empty.
+	UTextBlock* FromPalette = Cast<UTextBlock>(FWidgetTemplateClass(UTextBlock::StaticClass()).Create(Blueprint->WidgetTree));
+	ASSERT_NE(FromPalette, nullptr);
+	EXPECT_EQ(U8(FromPalette->GetText()), "Text Block");
+	EXPECT_TRUE(Blueprint->WidgetTree->ConstructWidget<UTextBlock>()->GetText().IsEmpty());
 	FWidgetTemplateClass Abstract(UWidget::StaticClass());
 	EXPECT_EQ(Abstract.Create(Blueprint->WidgetTree), nullptr);
 	EXPECT_EQ(FWidgetTemplateClass(UButton::StaticClass()).Create(nullptr), nullptr);

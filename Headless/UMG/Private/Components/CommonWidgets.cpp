@@ -330,20 +330,25 @@ UThrobber::UThrobber() = default;
 UListViewBase::UListViewBase() = default;
 UListView::UListView() = default;
 
-FText UImage::GetPaletteCategory() { return Category(TEXT("Common")); }
-FText UTextBlock::GetPaletteCategory() { return Category(TEXT("Common")); }
-FText URichTextBlock::GetPaletteCategory() { return Category(TEXT("Common")); }
-FText USlider::GetPaletteCategory() { return Category(TEXT("Common")); }
-FText UProgressBar::GetPaletteCategory() { return Category(TEXT("Common")); }
-FText UEditableText::GetPaletteCategory() { return Category(TEXT("Input")); }
-FText UEditableTextBox::GetPaletteCategory() { return Category(TEXT("Input")); }
-FText UMultiLineEditableTextBox::GetPaletteCategory() { return Category(TEXT("Input")); }
-FText UComboBoxString::GetPaletteCategory() { return Category(TEXT("Input")); }
-FText USpinBox::GetPaletteCategory() { return Category(TEXT("Input")); }
-FText USpacer::GetPaletteCategory() { return Category(TEXT("Primitive")); }
-FText UCircularThrobber::GetPaletteCategory() { return Category(TEXT("Primitive")); }
-FText UThrobber::GetPaletteCategory() { return Category(TEXT("Primitive")); }
-FText UListView::GetPaletteCategory() { return Category(TEXT("Lists")); }
+const FText UImage::GetPaletteCategory() { return Category(TEXT("Common")); }
+const FText UTextBlock::GetPaletteCategory() { return Category(TEXT("Common")); }
+const FText URichTextBlock::GetPaletteCategory() { return Category(TEXT("Common")); }
+const FText USlider::GetPaletteCategory() { return Category(TEXT("Common")); }
+const FText UProgressBar::GetPaletteCategory() { return Category(TEXT("Common")); }
+const FText UEditableText::GetPaletteCategory() { return Category(TEXT("Input")); }
+const FText UEditableTextBox::GetPaletteCategory() { return Category(TEXT("Input")); }
+const FText UMultiLineEditableTextBox::GetPaletteCategory() { return Category(TEXT("Input")); }
+const FText UComboBoxString::GetPaletteCategory() { return Category(TEXT("Input")); }
+const FText USpinBox::GetPaletteCategory() { return Category(TEXT("Input")); }
+const FText USpacer::GetPaletteCategory() { return Category(TEXT("Primitive")); }
+const FText UCircularThrobber::GetPaletteCategory() { return Category(TEXT("Primitive")); }
+const FText UThrobber::GetPaletteCategory() { return Category(TEXT("Primitive")); }
+const FText UListView::GetPaletteCategory() { return Category(TEXT("Lists")); }
+
+void UTextBlock::OnCreationFromPalette()
+{
+	Text = FText::FromString(TEXT("Text Block"));
+}
 
 void UComboBoxString::PostInitProperties()
 {

@@ -135,20 +135,20 @@ UClass* UButton::GetSlotClass() const { return UButtonSlot::StaticClass(); }
 UClass* USizeBox::GetSlotClass() const { return USizeBoxSlot::StaticClass(); }
 UClass* UScaleBox::GetSlotClass() const { return UScaleBoxSlot::StaticClass(); }
 
-FText UCanvasPanel::GetPaletteCategory() { return PanelCategory(); }
-FText UHorizontalBox::GetPaletteCategory() { return PanelCategory(); }
-FText UVerticalBox::GetPaletteCategory() { return PanelCategory(); }
-FText UOverlay::GetPaletteCategory() { return PanelCategory(); }
-FText UGridPanel::GetPaletteCategory() { return PanelCategory(); }
-FText UUniformGridPanel::GetPaletteCategory() { return PanelCategory(); }
-FText UWrapBox::GetPaletteCategory() { return PanelCategory(); }
-FText UScrollBox::GetPaletteCategory() { return PanelCategory(); }
-FText UWidgetSwitcher::GetPaletteCategory() { return PanelCategory(); }
-FText USizeBox::GetPaletteCategory() { return PanelCategory(); }
-FText UScaleBox::GetPaletteCategory() { return PanelCategory(); }
-FText UBorder::GetPaletteCategory() { return CommonCategory(); }
-FText UButton::GetPaletteCategory() { return CommonCategory(); }
-FText UCheckBox::GetPaletteCategory() { return CommonCategory(); }
+const FText UCanvasPanel::GetPaletteCategory() { return PanelCategory(); }
+const FText UHorizontalBox::GetPaletteCategory() { return PanelCategory(); }
+const FText UVerticalBox::GetPaletteCategory() { return PanelCategory(); }
+const FText UOverlay::GetPaletteCategory() { return PanelCategory(); }
+const FText UGridPanel::GetPaletteCategory() { return PanelCategory(); }
+const FText UUniformGridPanel::GetPaletteCategory() { return PanelCategory(); }
+const FText UWrapBox::GetPaletteCategory() { return PanelCategory(); }
+const FText UScrollBox::GetPaletteCategory() { return PanelCategory(); }
+const FText UWidgetSwitcher::GetPaletteCategory() { return PanelCategory(); }
+const FText USizeBox::GetPaletteCategory() { return PanelCategory(); }
+const FText UScaleBox::GetPaletteCategory() { return PanelCategory(); }
+const FText UBorder::GetPaletteCategory() { return CommonCategory(); }
+const FText UButton::GetPaletteCategory() { return CommonCategory(); }
+const FText UCheckBox::GetPaletteCategory() { return CommonCategory(); }
 
 UCanvasPanelSlot* UCanvasPanel::AddChildToCanvas(UWidget* Content)
 {

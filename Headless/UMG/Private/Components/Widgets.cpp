@@ -88,7 +88,7 @@ void UWidget::SetRenderOpacity(float InOpacity)
 	RenderOpacity = FMath::Clamp(InOpacity, 0.0f, 1.0f);
 }
 
-FText UWidget::GetPaletteCategory()
+const FText UWidget::GetPaletteCategory()
 {
 	return FText::FromString(TEXT("Uncategorized"));
 }

@@ -29,7 +29,7 @@ public:
 	void SetContentColorAndOpacity(FLinearColor InContentColorAndOpacity) { ContentColorAndOpacity = InContentColorAndOpacity; }
 
 	UMG_API virtual UClass* GetSlotClass() const override;
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 
 protected:
 	UMG_API virtual void OnSlotAdded(UPanelSlot* InSlot) override;

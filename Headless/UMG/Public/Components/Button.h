@@ -16,5 +16,5 @@ public:
 	UMG_API UButton();
 
 	UMG_API virtual UClass* GetSlotClass() const override;
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

@@ -14,5 +14,5 @@ class UCheckBox : public UContentWidget
 public:
 	UMG_API UCheckBox();
 
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

@@ -23,5 +23,5 @@ public:
 	void SetPeriod(float InPeriod) { Period = InPeriod; }
 	void SetRadius(float InRadius) { Radius = InRadius; }
 
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

@@ -47,7 +47,7 @@ public:
 
 	UMG_API virtual void PostInitProperties() override;
 	UMG_API virtual void PostLoad() override;
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 
 private:
 	/** Rebuilds the list from the designer's options and selection. */

@@ -37,5 +37,5 @@ public:
 	void SetIsReadOnly(bool InbIsReadyOnly) { IsReadOnly = InbIsReadyOnly; }
 	void SetIsPassword(bool InbIsPassword) { IsPassword = InbIsPassword; }
 
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

@@ -14,5 +14,5 @@ class UEditableTextBox : public UWidget
 public:
 	UMG_API UEditableTextBox();
 
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

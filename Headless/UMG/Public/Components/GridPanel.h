@@ -21,5 +21,5 @@ public:
 
 	UMG_API UGridSlot* AddChildToGrid(UWidget* Content, int32 InRow = 0, int32 InColumn = 0);
 	UMG_API virtual UClass* GetSlotClass() const override;
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

@@ -11,5 +11,5 @@ class UImage : public UWidget
 public:
 	UMG_API UImage();
 
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

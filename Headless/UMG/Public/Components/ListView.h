@@ -40,5 +40,5 @@ public:
 	void ClearListItems() { ListItems.Reset(); }
 	const TArray<TObjectPtr<UObject>>& GetListItems() const { return ListItems; }
 
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

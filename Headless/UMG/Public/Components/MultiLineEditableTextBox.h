@@ -30,5 +30,5 @@ public:
 	void SetHintText(FText InHintText) { HintText = InHintText; }
 	void SetIsReadOnly(bool bReadOnly) { bIsReadOnly = bReadOnly; }
 
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

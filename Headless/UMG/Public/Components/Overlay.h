@@ -14,5 +14,5 @@ public:
 
 	UMG_API UOverlaySlot* AddChildToOverlay(UWidget* Content);
 	UMG_API virtual UClass* GetSlotClass() const override;
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

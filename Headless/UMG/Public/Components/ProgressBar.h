@@ -40,5 +40,5 @@ public:
 	void SetFillColorAndOpacity(FLinearColor InColor) { FillColorAndOpacity = InColor; }
 	void SetIsMarquee(bool InbIsMarquee) { bIsMarquee = InbIsMarquee; }
 
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

@@ -20,5 +20,5 @@ public:
 	void SetText(const FText& InText) { Text = InText; }
 	void SetMinDesiredWidth(float InMinDesiredWidth) { MinDesiredWidth = InMinDesiredWidth; }
 
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

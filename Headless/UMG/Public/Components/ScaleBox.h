@@ -20,5 +20,5 @@ public:
 	void SetIgnoreInheritedScale(bool bInIgnoreInheritedScale) { IgnoreInheritedScale = bInIgnoreInheritedScale; }
 
 	UMG_API virtual UClass* GetSlotClass() const override;
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

@@ -24,5 +24,5 @@ public:
 	FOnUserScrolledEvent OnUserScrolled;
 
 	UMG_API virtual UClass* GetSlotClass() const override;
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

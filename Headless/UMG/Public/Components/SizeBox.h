@@ -44,5 +44,5 @@ public:
 	void ClearMaxDesiredHeight() { bOverride_MaxDesiredHeight = false; }
 
 	UMG_API virtual UClass* GetSlotClass() const override;
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

@@ -14,5 +14,5 @@ class USlider : public UWidget
 public:
 	UMG_API USlider();
 
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

@@ -16,5 +16,5 @@ public:
 	FVector2D GetSize() const { return Size; }
 	void SetSize(FVector2D InSize) { Size = InSize; }
 
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

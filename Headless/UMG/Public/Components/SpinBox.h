@@ -54,5 +54,5 @@ public:
 	float GetMinValue() const { return bOverride_MinValue ? MinValue : TNumericLimits<float>::Lowest(); }
 	float GetMaxValue() const { return bOverride_MaxValue ? MaxValue : TNumericLimits<float>::Max(); }
 
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

@@ -16,5 +16,7 @@ public:
 	FText GetText() const { return Text; }
 	void SetText(FText InText) { Text = InText; }
 
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
+	/** A text block from the palette reads "Text Block". */
+	UMG_API virtual void OnCreationFromPalette() override;
 };

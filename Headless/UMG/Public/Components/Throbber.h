@@ -23,5 +23,5 @@ public:
 	void SetAnimateVertically(bool bInAnimateVertically) { bAnimateVertically = bInAnimateVertically; }
 	void SetAnimateOpacity(bool bInAnimateOpacity) { bAnimateOpacity = bInAnimateOpacity; }
 
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

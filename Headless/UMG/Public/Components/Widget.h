@@ -57,7 +57,9 @@ public:
 	void SetRenderTransformPivot(const FVector2D& InPivot) { RenderTransformPivot = InPivot; }
 
 	/** The palette section the designer lists this kind of widget in. */
-	UMG_API virtual FText GetPaletteCategory();
+	UMG_API virtual const FText GetPaletteCategory();
+	/** Called on a widget the designer has just made from its palette, for settings a new widget starts with. */
+	virtual void OnCreationFromPalette() {}
 
 private:
 	FString DisplayLabel;

@@ -25,5 +25,5 @@ public:
 	UMG_API UWidget* GetWidgetAtIndex(int32 Index) const;
 
 	UMG_API virtual UClass* GetSlotClass() const override;
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

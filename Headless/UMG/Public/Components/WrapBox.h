@@ -23,5 +23,5 @@ public:
 
 	UMG_API UWrapBoxSlot* AddChildToWrapBox(UWidget* Content);
 	UMG_API virtual UClass* GetSlotClass() const override;
-	UMG_API virtual FText GetPaletteCategory() override;
+	UMG_API virtual const FText GetPaletteCategory() override;
 };

@@ -35,5 +35,10 @@ UWidget* FWidgetTemplateClass::CreateNamed(UWidgetTree* Tree, FName NameOverride
 	{
 		return nullptr;
 	}
-	return Tree->ConstructWidget<UWidget>(Class, NameOverride);
+	UWidget* Widget = Tree->ConstructWidget<UWidget>(Class, NameOverride);
+	if (Widget)
+	{
+		Widget->OnCreationFromPalette();
+	}
+	return Widget;
 }
