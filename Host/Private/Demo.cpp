@@ -176,6 +176,18 @@ namespace Calvorn::Host
 					TEXT("{\"name\":\"OnDoorOpened\",\"is_delegate\":true,\"parameters\":[{\"name\":\"Opener\",\"type\":{\"category\":\"object\",\"sub_category_object\":\"/Script/Engine.Actor\"}}]}]}"), *Path)),
 					&DescribeSuccessfulToolCall});
 			}
+			if (ToolNames.Contains(TEXT("bp_populate_graph")))
+			{
+				// BeginPlay prints a greeting: one event reused from the new Blueprint, one exact call, one node found
+				// by its menu title, wired through the schema.
+				Steps.Add({ToolCallRequest(Id++, TEXT("bp_populate_graph"), FString::Printf(TEXT("{\"path\":\"%s\",\"graph_name\":\"EventGraph\",\"nodes\":[")
+					TEXT("{\"node_guid\":\"Begin\",\"class_name\":\"K2Node_Event\",\"node_metadata\":{\"event_name\":\"ReceiveBeginPlay\"}},")
+					TEXT("{\"node_guid\":\"Hello\",\"class_name\":\"K2Node_CallFunction\",\"target_class\":\"KismetSystemLibrary\",\"target_function\":\"PrintString\",")
+					TEXT("\"pins\":[{\"name\":\"InString\",\"action\":\"modify\",\"value\":\"The door is ready\"}]},")
+					TEXT("{\"node_guid\":\"Where\",\"menu_title\":\"Get Actor Location\"}],")
+					TEXT("\"connections\":[{\"action\":\"add\",\"source_node_guid\":\"Begin\",\"source_pin_name\":\"then\",\"target_node_guid\":\"Hello\",\"target_pin_name\":\"execute\"}]}"), *Path)),
+					&DescribeSuccessfulToolCall});
+			}
 			if (ToolNames.Contains(TEXT("compile_blueprint")))
 			{
 				Steps.Add({ToolCallRequest(Id++, TEXT("compile_blueprint"), FString::Printf(TEXT("{\"blueprint_paths\":[\"%s\"]}"), *Path)), &DescribeSuccessfulToolCall});

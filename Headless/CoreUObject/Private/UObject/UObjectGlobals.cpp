@@ -700,7 +700,7 @@ UObject* StaticLoadObject(UClass* Class, UObject* InOuter, const TCHAR* InName, 
 	}
 	if (!bQuiet)
 	{
-		LogError(FString::Printf(TEXT("Failed to find object '%s %s'"), Class ? *Class->GetName() : TEXT("Object"), InName));
+		LogWarning(FString::Printf(TEXT("Failed to find object '%s %s'"), Class ? *Class->GetName() : TEXT("Object"), InName));
 	}
 	return nullptr;
 }
