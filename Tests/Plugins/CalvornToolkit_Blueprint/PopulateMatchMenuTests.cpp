@@ -293,3 +293,28 @@ TEST_F(PopulateMatchMenu, AStateMachineGraphOffersItsSchemasStatesAndComment)
 	ASSERT_GT(Comment.Num(), 0);
 	EXPECT_EQ(U8(Comment[0].NodeClass), "EdGraphNode_Comment") << Top(Comment);
 }
+
+TEST_F(PopulateMatchMenu, LaterSearchesOfOneMenuRankAsAFirstSearchWould)
+{
+	Search(TEXT(""), TEXT("Print String"));
+	const TArray<FCamMatch> Again = Search(TEXT("K2Node_IfThenElse"), TEXT("Branch"));
+
+	FContextActionMenu Fresh;
+	Fresh.SharedCAM = Menu.SharedCAM;
+	const TArray<FCamMatch> First = FContextActionMenuService::SearchContextActionMenu(MakeRecord(TEXT("n1"), TEXT("K2Node_IfThenElse"), TEXT("Branch")), Fresh);
+	ASSERT_EQ(Again.Num(), First.Num());
+	for (int32 Index = 0; Index < First.Num(); ++Index)
+	{
+		EXPECT_EQ(Again[Index].CommonKeywords, First[Index].CommonKeywords) << Index;
+		EXPECT_EQ(Again[Index].Similarity.Distance, First[Index].Similarity.Distance) << Index;
+		EXPECT_EQ(Again[Index].Confidence, First[Index].Confidence) << Index;
+	}
+	EXPECT_EQ(Again[0].Action, First[0].Action);
+
+	// An entry added to the menu after a search is found by the next one.
+	Menu.SharedCAM->AddAction(MakeShared<FEdGraphSchemaAction>(FText(), FText::FromString(TEXT("Create Comment from Selection")), FText(), 0));
+	const TArray<FCamMatch> Comment = Search(TEXT(""), TEXT("Create Comment from Selection"));
+	ASSERT_GT(Comment.Num(), 0);
+	EXPECT_EQ(U8(Comment[0].MenuTitle), "Create Comment from Selection") << Top(Comment);
+	EXPECT_EQ(U8(Comment[0].NodeClass), "EdGraphNode_Comment");
+}

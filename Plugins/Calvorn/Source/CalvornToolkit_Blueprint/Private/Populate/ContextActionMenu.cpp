@@ -18,6 +18,25 @@
 #include "Populate/PopulateTelemetry.h"
 #include "ToolResult.h"
 
+/** What the search needs of one menu entry that does not depend on the request. */
+struct FContextActionMenuEntry
+{
+	/** The action these words were worked out for; a different action at the index means a stale entry. */
+	const FEdGraphSchemaAction* Action = nullptr;
+	FString MenuTitle;
+	FString MenuCategory;
+	/** Empty for an entry that names no node class: the search leaves it out. */
+	FString NodeClass;
+	TArray<FString> TitleKeywords;
+	/** Title, category and node class, whole and in parts. */
+	TArray<FString> CandidateKeywords;
+};
+
+struct FContextActionMenuEntryWords
+{
+	TArray<FContextActionMenuEntry> Entries;
+};
+
 namespace
 {
 	/** Every class target the menu knows; without context sensitivity the mask changes nothing, but it says "all". */
@@ -86,6 +105,29 @@ namespace
 	int32 CountTitleKeywordsInCommon(const TArray<FString>& RequestedTitleKeywords, const FString& EntryTitle)
 	{
 		return FAssetOperationBase::CalculateKeywordSimilarity(RequestedTitleKeywords, FAssetOperationBase::CreateKeywords(EntryTitle)).CommonKeywords;
+	}
+
+	/** The words of one entry: its title, then its category, then the node class whole and in parts. */
+	FContextActionMenuEntry DescribeEntry(const TSharedPtr<FEdGraphSchemaAction>& Action)
+	{
+		FContextActionMenuEntry Entry;
+		Entry.Action = Action.Get();
+		Entry.NodeClass = FContextActionMenuService::GetActionNodeClassName(Action);
+		if (Entry.NodeClass.IsEmpty())
+		{
+			return Entry;
+		}
+		Entry.MenuTitle = Action->GetMenuDescription().ToString();
+		Entry.MenuCategory = Action->GetCategory().ToString();
+		Entry.TitleKeywords = FAssetOperationBase::CreateKeywords(Entry.MenuTitle);
+		Entry.CandidateKeywords = Entry.TitleKeywords;
+		FAssetOperationBase::AppendKeywords(Entry.MenuCategory, Entry.CandidateKeywords);
+		if (!Entry.CandidateKeywords.Contains(Entry.NodeClass))
+		{
+			Entry.CandidateKeywords.Add(Entry.NodeClass);
+		}
+		FAssetOperationBase::AppendKeywords(Entry.NodeClass, Entry.CandidateKeywords);
+		return Entry;
 	}
 }
 
@@ -176,6 +218,13 @@ TArray<FCamMatch> FContextActionMenuService::SearchContextActionMenu(const FNode
 
 	const FBlueprintActionMenuBuilder& Builder = *Menu.SharedCAM;
 	const int32 NumActions = Builder.GetNumActions();
+	if (!Menu.EntryWords.IsValid())
+	{
+		Menu.EntryWords = MakeShared<FContextActionMenuEntryWords>();
+	}
+	TArray<FContextActionMenuEntry>& Entries = Menu.EntryWords->Entries;
+	Entries.SetNum(NumActions);
+
 	for (int32 Index = 0; Index < NumActions; ++Index)
 	{
 		TSharedPtr<FEdGraphSchemaAction> Action = Builder.GetSchemaAction(Index);
@@ -183,33 +232,36 @@ TArray<FCamMatch> FContextActionMenuService::SearchContextActionMenu(const FNode
 		{
 			continue;
 		}
-
-		FCamMatch Match;
-		Match.NodeClass = GetActionNodeClassName(Action);
-		if (Match.NodeClass.IsEmpty())
+		FContextActionMenuEntry& Entry = Entries[Index];
+		// A plain schema action's node comes from its template, which placing or removing a node can change.
+		const bool bTemplateBased = Action->GetTypeId() == FEdGraphSchemaAction::StaticGetTypeId();
+		if (Entry.Action != Action.Get() || (bTemplateBased && GetActionNodeClassName(Action) != Entry.NodeClass))
+		{
+			Entry = DescribeEntry(Action);
+		}
+		if (Entry.NodeClass.IsEmpty())
 		{
 			// An entry that places no node (or none we can name) cannot be checked after spawning.
 			continue;
 		}
+
+		FCamMatch Match;
 		Match.Action = Action;
-		Match.MenuTitle = Action->GetMenuDescription().ToString();
-		Match.MenuCategory = Action->GetCategory().ToString();
-
-		TArray<FString> Candidate = FAssetOperationBase::CreateKeywords(Match.MenuTitle);
-		// The title alone decides ties between entries that share as many words with the whole request.
-		const int32 TitleCommon = FAssetOperationBase::CalculateKeywordSimilarity(RequestedTitleKeywords, Candidate).CommonKeywords;
-		FAssetOperationBase::AppendKeywords(Match.MenuCategory, Candidate);
-		if (!Candidate.Contains(Match.NodeClass))
-		{
-			Candidate.Add(Match.NodeClass);
-		}
-		FAssetOperationBase::AppendKeywords(Match.NodeClass, Candidate);
-
-		Match.Similarity = FAssetOperationBase::CalculateKeywordSimilarity(Requested, Candidate);
+		Match.MenuTitle = Entry.MenuTitle;
+		Match.MenuCategory = Entry.MenuCategory;
+		Match.NodeClass = Entry.NodeClass;
+		Match.Similarity = FAssetOperationBase::CalculateKeywordSimilarity(Requested, Entry.CandidateKeywords);
 		Match.CommonKeywords = Match.Similarity.CommonKeywords;
-		Match.Confidence = FAssetOperationBase::CalculateMatchConfidence(Requested, Candidate, Match.Similarity);
+		Match.Confidence = FAssetOperationBase::CalculateMatchConfidence(Requested, Entry.CandidateKeywords, Match.Similarity);
 
-		Keys.Add(FRankKeys{Match.CommonKeywords, TitleCommon, Match.Similarity.Distance});
+		// The title alone decides ties between entries that share as many words with the whole request. Its
+		// words are among the entry's, so an entry sharing none with the request shares none by its title.
+		FRankKeys EntryKeys{Match.CommonKeywords, 0, Match.Similarity.Distance};
+		if (Match.CommonKeywords > 0)
+		{
+			EntryKeys.TitleCommonKeywords = FAssetOperationBase::CalculateKeywordSimilarity(RequestedTitleKeywords, Entry.TitleKeywords).CommonKeywords;
+		}
+		Keys.Add(EntryKeys);
 		Matches.Add(MoveTemp(Match));
 	}
 

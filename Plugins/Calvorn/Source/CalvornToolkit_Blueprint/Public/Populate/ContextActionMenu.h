@@ -22,6 +22,13 @@ namespace Calvorn
 struct CALVORNTOOLKIT_BLUEPRINT_API FContextActionMenu
 {
 	TSharedPtr<FBlueprintActionMenuBuilder> SharedCAM;
+
+	/**
+	 * The words of each entry, worked out by the first search and reused by the next ones of the same call:
+	 * they depend on the entry alone, and splitting thousands of titles again for every fuzzy node would cost
+	 * more than the scoring itself. An entry that changed since is worked out again.
+	 */
+	mutable TSharedPtr<struct FContextActionMenuEntryWords> EntryWords;
 };
 
 /** One scored entry of the menu for a request. */
