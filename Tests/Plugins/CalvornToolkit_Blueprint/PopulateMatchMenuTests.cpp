@@ -80,7 +80,10 @@ namespace
 		{TEXT(""), TEXT("Event BeginPlay"), "Event BeginPlay", "K2Node_Event", true},
 		{TEXT("Self"), TEXT(""), "Get a reference to self", "K2Node_Self", true},
 		{TEXT("self"), TEXT("My Actor"), "Get a reference to self", "K2Node_Self", true},
-		{TEXT(""), TEXT("Add Comment"), nullptr, "EdGraphNode_Comment", true},
+		{TEXT("MathExpression"), TEXT("(a + b) * 2"), "Add Math Expression...", "K2Node_MathExpression", true},
+		{TEXT("K2Node_MathExpression"), TEXT("x > 4"), "Add Math Expression...", "K2Node_MathExpression", true},
+		{TEXT(""), TEXT("Add Comment"), "Add Comment...", "EdGraphNode_Comment", true},
+		{TEXT(""), TEXT("add comment"), "Add Comment...", "EdGraphNode_Comment", true},
 		{TEXT(""), TEXT("Get NonExistentVariable"), nullptr, nullptr, false},
 	};
 }
