@@ -144,6 +144,16 @@ TEST_F(FActionMenuCoverageTest, MessageSitsBesideTheInterfaceCallItSends)
 	EXPECT_EQ(Target->PinType.PinCategory, UEdGraphSchema_K2::PC_Object);
 	EXPECT_EQ(Target->PinType.PinSubCategoryObject.Get(), UObject::StaticClass());
 	EXPECT_NE(Node->GetExecPin(), nullptr);
+
+	// Sent to the Blueprint itself, which does not implement the interface, it still compiles.
+	UEdGraphNode* Self = FindRow(Rows, "Get a reference to self")->Action->PerformAction(EventGraphOf(Blueprint), nullptr, FVector2f(-200.0f, 0.0f));
+	ASSERT_NE(Self, nullptr);
+	ASSERT_TRUE(GetDefault<UEdGraphSchema_K2>()->TryCreateConnection(Self->FindPin(UEdGraphSchema_K2::PN_Self), Node->FindPin(UEdGraphSchema_K2::PN_Self)));
+	UEdGraphNode* BeginPlay = FindRow(Rows, "Event BeginPlay")->Action->PerformAction(EventGraphOf(Blueprint), nullptr, FVector2f(-400.0f, 0.0f));
+	ASSERT_TRUE(GetDefault<UEdGraphSchema_K2>()->TryCreateConnection(BeginPlay->FindPin(UEdGraphSchema_K2::PN_Then), Node->GetExecPin()));
+	FCompilerResultsLog Log;
+	FKismetEditorUtilities::CompileBlueprint(Blueprint, EBlueprintCompileOptions::None, &Log);
+	EXPECT_EQ(Log.NumErrors, 0) << EditorTest::Messages(Log);
 }
 
 TEST_F(FActionMenuCoverageTest, ComponentEventIsBoundToItsComponentOnce)
