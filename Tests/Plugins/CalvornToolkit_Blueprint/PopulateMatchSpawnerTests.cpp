@@ -1,6 +1,7 @@
 #include "PopulateMatchTestSupport.h"
 
 #include "K2Node_CallFunction.h"
+#include "K2Node_CustomEvent.h"
 #include "K2Node_DynamicCast.h"
 #include "K2Node_PromotableOperator.h"
 #include "Populate/DeterministicSpawner.h"
@@ -416,4 +417,26 @@ TEST_F(PopulateMatchSpawner, ABlueprintsOwnFunctionSeenThroughItsGeneratedClassI
 	EXPECT_EQ(Cast<UK2Node_CallFunction>(Node)->FunctionReference.GetMemberName(), FName(TEXT("OpenTheDoor")));
 	EXPECT_EQ(TelemetryNumber(Result, TEXT("pointer_mismatch_allowed")), 1.0);
 	EXPECT_EQ(TelemetryString(Result, TEXT("class_resolution_method_open")), "blueprint_path");
+}
+
+TEST_F(PopulateMatchSpawner, ACustomEventPlacedBeforeTheLastCompileCanBeCalled)
+{
+	FGraphNodeCreator<UK2Node_CustomEvent> Creator(*Graph);
+	UK2Node_CustomEvent* Event = Creator.CreateNode(false);
+	Event->CustomFunctionName = TEXT("OnKnocked");
+	Creator.Finalize();
+	FBlueprintEditorUtils::MarkBlueprintAsStructurallyModified(Host);
+	ASSERT_EQ(Host->GeneratedClass->FindFunctionByName(TEXT("OnKnocked")), nullptr);
+
+	Calvorn::FToolResult Result;
+	UEdGraphNode* Node = nullptr;
+	ASSERT_TRUE(Spawn(MakeRecord(TEXT("knock"), TEXT("K2Node_CallFunction"), TEXT(""), TEXT("/Game/Match/BP_Host"), TEXT("OnKnocked")), Result, Node))
+		<< Join(ValidationFailures(Result));
+	EXPECT_EQ(Cast<UK2Node_CallFunction>(Node)->FunctionReference.GetMemberName(), FName(TEXT("OnKnocked")));
+	EXPECT_EQ(TelemetryString(Result, TEXT("class_resolution_method_knock")), "asset_registry");
+
+	// A name the Blueprint declares nowhere still fails.
+	UEdGraphNode* Missing = nullptr;
+	EXPECT_FALSE(Spawn(MakeRecord(TEXT("miss"), TEXT("K2Node_CallFunction"), TEXT(""), TEXT("/Game/Match/BP_Host"), TEXT("OnKnockedTwice")), Result, Missing));
+	EXPECT_EQ(Missing, nullptr);
 }

@@ -230,7 +230,19 @@ namespace
 	bool SpawnFunctionNode(UEdGraph* Graph, const FNodeModificationRecord& Record, UClass* Class, const FString& ResolvedPath, Calvorn::FToolResult& Result, UEdGraphNode*& OutNode)
 	{
 		UFunction* Function = nullptr;
-		if (!FDeterministicSpawner::FindFunctionWithOverloadHandling(Class, Record.TargetFunction, Record.MenuTitle, Function))
+		bool bFound = FDeterministicSpawner::FindFunctionWithOverloadHandling(Class, Record.TargetFunction, Record.MenuTitle, Function);
+		if (!bFound)
+		{
+			// A Blueprint's members since its last compile (a custom event placed earlier in this very request)
+			// exist on its skeleton class only; the editor offers them from there, and so do we.
+			const UBlueprint* OwnerBlueprint = Cast<UBlueprint>(Class->ClassGeneratedBy);
+			UClass* Skeleton = OwnerBlueprint ? OwnerBlueprint->SkeletonGeneratedClass.Get() : nullptr;
+			if (Skeleton && Skeleton != Class)
+			{
+				bFound = FDeterministicSpawner::FindFunctionWithOverloadHandling(Skeleton, Record.TargetFunction, Record.MenuTitle, Function);
+			}
+		}
+		if (!bFound)
 		{
 			FPopulateTelemetry::RecordValidationFailure(Result, FString::Printf(TEXT("Deterministic spawn failed: Function '%s' not found in class '%s' (or overloads exist without menu_title). Returning failure to caller."),
 				*Record.TargetFunction, *ResolvedPath));
