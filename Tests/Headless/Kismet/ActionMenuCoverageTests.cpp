@@ -1,8 +1,10 @@
 #include "ActionMenuTestUtils.h"
 
+#include "Components/ActorComponent.h"
 #include "EdGraph/EdGraphNode_Comment.h"
 #include "Engine/SCS_Node.h"
 #include "Engine/SimpleConstructionScript.h"
+#include "BlueprintBoundEventNodeSpawner.h"
 #include "K2Node_ComponentBoundEvent.h"
 #include "K2Node_MathExpression.h"
 #include "K2Node_Message.h"
@@ -11,6 +13,24 @@ using namespace ActionMenuTest;
 
 // The entries that are not member calls: comments, math expressions, interface messages and the events bound to
 // the Blueprint's components, graph by graph.
+
+/**
+ * Holds components the way a native parent class's default object does, in properties named otherwise than the
+ * components themselves (the engine's Character keeps "CollisionCylinder" in CapsuleComponent).
+ */
+class UMenuTestComponentHolder : public UObject
+{
+	DECLARE_CLASS(UMenuTestComponentHolder, UObject, CLASS_None, CASTCLASS_None, TEXT("/Script/KismetTests"), NO_API)
+
+public:
+	TObjectPtr<UActorComponent> CapsuleComponent;
+	TObjectPtr<UActorComponent> Pivot;
+};
+
+IMPLEMENT_CLASS(UMenuTestComponentHolder,
+	UE_NATIVE_PROPERTY(FObjectProperty, CapsuleComponent, CPF_BlueprintVisible | CPF_BlueprintReadOnly | CPF_TObjectPtr, UActorComponent::StaticClass());
+	UE_NATIVE_PROPERTY(FObjectProperty, Pivot, CPF_BlueprintVisible | CPF_BlueprintReadOnly | CPF_TObjectPtr, UActorComponent::StaticClass());
+)
 
 namespace
 {
@@ -227,4 +247,47 @@ TEST_F(FActionMenuCoverageTest, MathExpressionAndCommentAreFreshNodesEachTime)
 	}
 	EXPECT_NE(Cast<UK2Node_MathExpression>(FindRow(Rows, "Add Math Expression...")->Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 0.0f))), nullptr);
 	EXPECT_NE(Cast<UEdGraphNode_Comment>(FindRow(Rows, "Add Comment...")->Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 0.0f))), nullptr);
+}
+
+TEST_F(FActionMenuFixture, ComponentTemplatesAreNamedByThePropertyHoldingThem)
+{
+	UMenuTestComponentHolder* Holder = NewObject<UMenuTestComponentHolder>(GetTransientPackage(), TEXT("MenuTestHolder"));
+	Holder->CapsuleComponent = NewObject<UActorComponent>(Holder, EditorTest::FindClass(TEXT("/Script/Engine.SphereComponent")), TEXT("CollisionCylinder"));
+	Holder->Pivot = NewObject<UActorComponent>(Holder, EditorTest::FindClass(TEXT("/Script/Engine.SceneComponent")), TEXT("PivotPoint"));
+	UActorComponent* Loose = NewObject<UActorComponent>(Holder, EditorTest::FindClass(TEXT("/Script/Engine.SphereComponent")), TEXT("Loose"));
+
+	// The spawner the database holds for the primitive component's hit delegate.
+	const UBlueprintBoundEventNodeSpawner* HitSpawner = nullptr;
+	const FBlueprintActionDatabase::FActionList* Actions = FBlueprintActionDatabase::Get().GetAllActions().Find(EditorTest::FindClass(TEXT("/Script/Engine.PrimitiveComponent")));
+	ASSERT_NE(Actions, nullptr);
+	for (const UBlueprintNodeSpawner* Spawner : *Actions)
+	{
+		const UBlueprintBoundEventNodeSpawner* Bound = Cast<UBlueprintBoundEventNodeSpawner>(Spawner);
+		if (Bound && Bound->GetEventDelegate() && Bound->GetEventDelegate()->GetName() == TEXT("OnComponentHit"))
+		{
+			HitSpawner = Bound;
+		}
+	}
+	ASSERT_NE(HitSpawner, nullptr);
+
+	FName Variable;
+	UClass* ComponentClass = nullptr;
+	ASSERT_TRUE(UBlueprintBoundEventNodeSpawner::ResolveComponentBinding(Holder->CapsuleComponent, Variable, ComponentClass));
+	EXPECT_EQ(U8(Variable), "CapsuleComponent");
+	EXPECT_EQ(ComponentClass, EditorTest::FindClass(TEXT("/Script/Engine.SphereComponent")));
+	EXPECT_TRUE(HitSpawner->IsBindingCompatible(Holder->CapsuleComponent));
+	// A scene component has no hit delegate; a component no property holds, and anything not a component, name nothing.
+	EXPECT_FALSE(HitSpawner->IsBindingCompatible(Holder->Pivot));
+	EXPECT_FALSE(UBlueprintBoundEventNodeSpawner::ResolveComponentBinding(Loose, Variable, ComponentClass));
+	EXPECT_FALSE(UBlueprintBoundEventNodeSpawner::ResolveComponentBinding(Holder, Variable, ComponentClass));
+
+	// Bound to the template, the spawner places the event under the property's name; unbound it places nothing.
+	UBlueprint* Blueprint = Create(EditorTest::FindClass(TEXT("/Script/Engine.Actor")), TEXT("BP_MenuHeldComponents"));
+	ASSERT_NE(Blueprint, nullptr);
+	EXPECT_EQ(HitSpawner->Invoke(EventGraphOf(Blueprint), IBlueprintNodeBinder::FBindingSet(), FVector2D(0.0, 0.0)), nullptr);
+	IBlueprintNodeBinder::FBindingSet Binding;
+	Binding.Add(Holder->CapsuleComponent);
+	UK2Node_ComponentBoundEvent* Event = Cast<UK2Node_ComponentBoundEvent>(HitSpawner->Invoke(EventGraphOf(Blueprint), Binding, FVector2D(0.0, 0.0)));
+	ASSERT_NE(Event, nullptr);
+	EXPECT_EQ(U8(Event->GetNodeTitle(ENodeTitleType::FullTitle)), "On Component Hit (CapsuleComponent)");
 }
