@@ -104,17 +104,60 @@ namespace
 		}
 	}
 
-	/** Distinct keywords, compared without case, in order. */
-	TArray<FString> Distinct(const TArray<FString>& Keywords)
+	/**
+	 * The distinct keywords of an array, compared without case, in order, as pointers into it. A menu search
+	 * compares one request with thousands of entries, so the usual few keywords stay on the stack and are
+	 * never copied.
+	 */
+	class FDistinctKeywords
 	{
-		TArray<FString> Result;
-		Result.Reserve(Keywords.Num());
-		for (const FString& Keyword : Keywords)
+	public:
+		explicit FDistinctKeywords(const TArray<FString>& Keywords)
 		{
-			AddUnique(Result, Keyword);
+			if (Keywords.Num() > InlineCount)
+			{
+				Overflow.Reserve(Keywords.Num());
+			}
+			for (const FString& Keyword : Keywords)
+			{
+				if (!Keyword.IsEmpty() && IndexOfByKey(Keyword) == INDEX_NONE)
+				{
+					if (Keywords.Num() > InlineCount)
+					{
+						Overflow.Add(&Keyword);
+					}
+					else
+					{
+						Inline[Count] = &Keyword;
+					}
+					++Count;
+				}
+			}
 		}
-		return Result;
-	}
+
+		int32 Num() const { return Count; }
+
+		const FString& operator[](int32 Index) const { return Overflow.Num() > 0 ? *Overflow[Index] : *Inline[Index]; }
+
+		int32 IndexOfByKey(const FString& Keyword) const
+		{
+			for (int32 Index = 0; Index < Count; ++Index)
+			{
+				const FString& Held = (*this)[Index];
+				if (Held.Len() == Keyword.Len() && Held == Keyword)
+				{
+					return Index;
+				}
+			}
+			return INDEX_NONE;
+		}
+
+	private:
+		static constexpr int32 InlineCount = 48;
+		const FString* Inline[InlineCount] = {};
+		TArray<const FString*> Overflow;
+		int32 Count = 0;
+	};
 
 	/** How far a keyword may be from another (in edits) and still count as a misspelling of it. */
 	int32 NearMatchLimit(const FString& Keyword)
@@ -164,10 +207,65 @@ void FAssetOperationBase::AppendKeywords(const FString& Text, TArray<FString>& K
 	}
 }
 
+namespace
+{
+	/**
+	 * The edit distance of A and B when it is at most Limit, otherwise Limit + 1. Scoring a request against every
+	 * entry of a menu compares thousands of word pairs, nearly all far apart; a row of the table whose every
+	 * value exceeds the limit proves the rest cannot come back under it, so the walk stops there.
+	 */
+	int32 BoundedLevenshteinDistance(const FString& A, const FString& B, int32 Limit)
+	{
+		const FString& Short = A.Len() <= B.Len() ? A : B;
+		const FString& Long = A.Len() <= B.Len() ? B : A;
+		const int32 ShortLength = Short.Len();
+		const int32 LongLength = Long.Len();
+		if (LongLength - ShortLength > Limit)
+		{
+			return Limit + 1;
+		}
+		constexpr int32 StackRowLength = 64;
+		if (ShortLength == 0 || ShortLength > StackRowLength)
+		{
+			return FMath::Min(FAssetOperationBase::LevenshteinDistance(A, B), Limit + 1);
+		}
+		TCHAR ShortLower[StackRowLength];
+		for (int32 Column = 0; Column < ShortLength; ++Column)
+		{
+			ShortLower[Column] = FChar::ToLower(Short[Column]);
+		}
+		int32 Rows[2][StackRowLength + 1];
+		int32* Previous = Rows[0];
+		int32* Current = Rows[1];
+		for (int32 Column = 0; Column <= ShortLength; ++Column)
+		{
+			Previous[Column] = Column;
+		}
+		for (int32 Row = 1; Row <= LongLength; ++Row)
+		{
+			const TCHAR LongChar = FChar::ToLower(Long[Row - 1]);
+			Current[0] = Row;
+			int32 RowMinimum = Row;
+			for (int32 Column = 1; Column <= ShortLength; ++Column)
+			{
+				const int32 Substitution = Previous[Column - 1] + (LongChar == ShortLower[Column - 1] ? 0 : 1);
+				Current[Column] = FMath::Min(Substitution, FMath::Min(Previous[Column] + 1, Current[Column - 1] + 1));
+				RowMinimum = FMath::Min(RowMinimum, Current[Column]);
+			}
+			if (RowMinimum > Limit)
+			{
+				return Limit + 1;
+			}
+			Swap(Previous, Current);
+		}
+		return FMath::Min(Previous[ShortLength], Limit + 1);
+	}
+}
+
 FKeywordSimilarity FAssetOperationBase::CalculateKeywordSimilarity(const TArray<FString>& RequestedKeywords, const TArray<FString>& CandidateKeywords)
 {
-	const TArray<FString> Requested = Distinct(RequestedKeywords);
-	const TArray<FString> Candidate = Distinct(CandidateKeywords);
+	const FDistinctKeywords Requested(RequestedKeywords);
+	const FDistinctKeywords Candidate(CandidateKeywords);
 
 	FKeywordSimilarity Similarity;
 	Similarity.RequestedKeywords = Requested.Num();
@@ -178,12 +276,20 @@ FKeywordSimilarity FAssetOperationBase::CalculateKeywordSimilarity(const TArray<
 		return Similarity;
 	}
 
-	TArray<bool> CandidateMatched;
-	CandidateMatched.SetNumZeroed(Candidate.Num());
+	// Which candidate keywords some requested keyword matched; on the stack for the usual short entries.
+	constexpr int32 InlineMatched = 48;
+	bool InlineCandidateMatched[InlineMatched] = {};
+	TArray<bool> HeapCandidateMatched;
+	if (Candidate.Num() > InlineMatched)
+	{
+		HeapCandidateMatched.SetNumZeroed(Candidate.Num());
+	}
+	bool* CandidateMatched = Candidate.Num() > InlineMatched ? HeapCandidateMatched.GetData() : InlineCandidateMatched;
 	float Credit = 0.0f;
 
-	for (const FString& Keyword : Requested)
+	for (int32 RequestedIndex = 0; RequestedIndex < Requested.Num(); ++RequestedIndex)
 	{
+		const FString& Keyword = Requested[RequestedIndex];
 		const int32 Exact = Candidate.IndexOfByKey(Keyword);
 		if (Exact != INDEX_NONE)
 		{
@@ -240,7 +346,7 @@ FKeywordSimilarity FAssetOperationBase::CalculateKeywordSimilarity(const TArray<
 			{
 				continue;
 			}
-			const int32 Distance = LevenshteinDistance(Keyword, Candidate[Index]);
+			const int32 Distance = BoundedLevenshteinDistance(Keyword, Candidate[Index], Limit);
 			if (Distance < BestDistance)
 			{
 				BestDistance = Distance;
@@ -259,8 +365,9 @@ FKeywordSimilarity FAssetOperationBase::CalculateKeywordSimilarity(const TArray<
 		}
 	}
 
-	for (const bool bMatched : CandidateMatched)
+	for (int32 Index = 0; Index < Candidate.Num(); ++Index)
 	{
+		const bool bMatched = CandidateMatched[Index];
 		if (bMatched)
 		{
 			++Similarity.MatchedCandidateKeywords;
