@@ -27,7 +27,11 @@ struct FBlueprintActionMenuBuilder : public FGraphActionListBuilderBase
 	/** Forgets the sections and the entries. */
 	UE_API virtual void Empty() override;
 
-	/** Adds a section: the actions Filter lets through, filed under Heading, ordered by MenuOrder (higher first). */
+	/**
+	 * Adds a section: the actions Filter lets through, filed under Heading, ordered by MenuOrder (higher first). An
+	 * action that binds its node to an object (a component's event) gets one entry per object of the filter's
+	 * selection it can take, and none without one.
+	 */
 	UE_API void AddMenuSection(const FBlueprintActionFilter& Filter, const FText& Heading = FText(), int32 MenuOrder = 0, uint32 Flags = 0);
 
 	/** Rebuilds the entries from the database through every section. */
