@@ -22,7 +22,7 @@
 struct FContextActionMenuEntry
 {
 	/** The action these words were worked out for; a different action at the index means a stale entry. */
-	const FEdGraphSchemaAction* Action = nullptr;
+	TSharedPtr<FEdGraphSchemaAction> Action;
 	FString MenuTitle;
 	FString MenuCategory;
 	/** Empty for an entry that names no node class: the search leaves it out. */
@@ -32,9 +32,18 @@ struct FContextActionMenuEntry
 	TArray<FString> CandidateKeywords;
 };
 
+/** One earlier search of the menu, kept while no entry changes: the same words rank the same way. */
+struct FContextActionMenuSearch
+{
+	TArray<FString> Requested;
+	TArray<FString> RequestedTitle;
+	TArray<FCamMatch> Matches;
+};
+
 struct FContextActionMenuEntryWords
 {
 	TArray<FContextActionMenuEntry> Entries;
+	TArray<FContextActionMenuSearch> Searches;
 };
 
 namespace
@@ -111,7 +120,7 @@ namespace
 	FContextActionMenuEntry DescribeEntry(const TSharedPtr<FEdGraphSchemaAction>& Action)
 	{
 		FContextActionMenuEntry Entry;
-		Entry.Action = Action.Get();
+		Entry.Action = Action;
 		Entry.NodeClass = FContextActionMenuService::GetActionNodeClassName(Action);
 		if (Entry.NodeClass.IsEmpty())
 		{
@@ -128,6 +137,52 @@ namespace
 		}
 		FAssetOperationBase::AppendKeywords(Entry.NodeClass, Entry.CandidateKeywords);
 		return Entry;
+	}
+
+	/** Earlier searches kept per menu; a batch rarely asks for more different nodes by words than this. */
+	constexpr int32 MaxRememberedSearches = 16;
+
+	bool SameWords(const TArray<FString>& A, const TArray<FString>& B)
+	{
+		if (A.Num() != B.Num())
+		{
+			return false;
+		}
+		for (int32 Index = 0; Index < A.Num(); ++Index)
+		{
+			if (!A[Index].Equals(B[Index], ESearchCase::CaseSensitive))
+			{
+				return false;
+			}
+		}
+		return true;
+	}
+
+	/** Brings the entries' words in line with the menu; true when any entry was added, replaced or changed. */
+	bool RefreshEntries(const FBlueprintActionMenuBuilder& Builder, TArray<FContextActionMenuEntry>& Entries)
+	{
+		const int32 NumActions = Builder.GetNumActions();
+		bool bChanged = Entries.Num() != NumActions;
+		Entries.SetNum(NumActions);
+		for (int32 Index = 0; Index < NumActions; ++Index)
+		{
+			TSharedPtr<FEdGraphSchemaAction> Action = Builder.GetSchemaAction(Index);
+			FContextActionMenuEntry& Entry = Entries[Index];
+			if (!Action.IsValid())
+			{
+				bChanged |= Entry.Action.IsValid();
+				Entry = FContextActionMenuEntry();
+				continue;
+			}
+			// A plain schema action's node comes from its template, which placing or removing a node can change.
+			const bool bTemplateBased = Action->GetTypeId() == FEdGraphSchemaAction::StaticGetTypeId();
+			if (Entry.Action != Action || (bTemplateBased && FContextActionMenuService::GetActionNodeClassName(Action) != Entry.NodeClass))
+			{
+				Entry = DescribeEntry(Action);
+				bChanged = true;
+			}
+		}
+		return bChanged;
 	}
 }
 
@@ -206,85 +261,88 @@ FString FContextActionMenuService::GetActionNodeClassName(const TSharedPtr<FEdGr
 
 TArray<FCamMatch> FContextActionMenuService::SearchContextActionMenu(const FNodeModificationRecord& Record, const FContextActionMenu& Menu)
 {
-	TArray<FCamMatch> Matches;
 	if (!Menu.SharedCAM.IsValid())
 	{
-		return Matches;
+		return TArray<FCamMatch>();
 	}
 
 	const TArray<FString> Requested = BuildRequestedKeywords(Record);
 	const TArray<FString> RequestedTitleKeywords = FAssetOperationBase::CreateKeywords(Record.MenuTitle);
-	TArray<FRankKeys> Keys;
 
-	const FBlueprintActionMenuBuilder& Builder = *Menu.SharedCAM;
-	const int32 NumActions = Builder.GetNumActions();
 	if (!Menu.EntryWords.IsValid())
 	{
 		Menu.EntryWords = MakeShared<FContextActionMenuEntryWords>();
 	}
-	TArray<FContextActionMenuEntry>& Entries = Menu.EntryWords->Entries;
-	Entries.SetNum(NumActions);
-
-	for (int32 Index = 0; Index < NumActions; ++Index)
+	FContextActionMenuEntryWords& Words = *Menu.EntryWords;
+	if (RefreshEntries(*Menu.SharedCAM, Words.Entries))
 	{
-		TSharedPtr<FEdGraphSchemaAction> Action = Builder.GetSchemaAction(Index);
-		if (!Action.IsValid())
+		Words.Searches.Empty();
+	}
+
+	// A batch often asks for the same node many times ("Print String" after each step): the answer is the same.
+	for (const FContextActionMenuSearch& Earlier : Words.Searches)
+	{
+		if (SameWords(Earlier.Requested, Requested) && SameWords(Earlier.RequestedTitle, RequestedTitleKeywords))
 		{
-			continue;
+			return Earlier.Matches;
 		}
-		FContextActionMenuEntry& Entry = Entries[Index];
-		// A plain schema action's node comes from its template, which placing or removing a node can change.
-		const bool bTemplateBased = Action->GetTypeId() == FEdGraphSchemaAction::StaticGetTypeId();
-		if (Entry.Action != Action.Get() || (bTemplateBased && GetActionNodeClassName(Action) != Entry.NodeClass))
-		{
-			Entry = DescribeEntry(Action);
-		}
-		if (Entry.NodeClass.IsEmpty())
+	}
+
+	struct FScoredEntry
+	{
+		int32 EntryIndex = 0;
+		FKeywordSimilarity Similarity;
+		float Confidence = 0.0f;
+		FRankKeys Keys;
+	};
+	TArray<FScoredEntry> Scored;
+	Scored.Reserve(Words.Entries.Num());
+	for (int32 Index = 0; Index < Words.Entries.Num(); ++Index)
+	{
+		const FContextActionMenuEntry& Entry = Words.Entries[Index];
+		if (!Entry.Action.IsValid() || Entry.NodeClass.IsEmpty())
 		{
 			// An entry that places no node (or none we can name) cannot be checked after spawning.
 			continue;
 		}
+		FScoredEntry& Score = Scored.AddDefaulted_GetRef();
+		Score.EntryIndex = Index;
+		Score.Similarity = FAssetOperationBase::CalculateKeywordSimilarity(Requested, Entry.CandidateKeywords);
+		Score.Confidence = FAssetOperationBase::CalculateMatchConfidence(Requested, Entry.CandidateKeywords, Score.Similarity);
+		Score.Keys.CommonKeywords = Score.Similarity.CommonKeywords;
+		Score.Keys.Distance = Score.Similarity.Distance;
+		// The title alone decides ties between entries that share as many words with the whole request. Its
+		// words are among the entry's, so an entry sharing none with the request shares none by its title.
+		if (Score.Keys.CommonKeywords > 0)
+		{
+			Score.Keys.TitleCommonKeywords = FAssetOperationBase::CalculateKeywordSimilarity(RequestedTitleKeywords, Entry.TitleKeywords).CommonKeywords;
+		}
+	}
 
-		FCamMatch Match;
-		Match.Action = Action;
+	// The same order as CompareCamMatches, whose title comparison depends only on each entry, so it is taken
+	// once per entry here instead of twice per comparison.
+	Algo::Sort(Scored, [](const FScoredEntry& A, const FScoredEntry& B) { return RanksBefore(A.Keys, B.Keys); });
+
+	TArray<FCamMatch> Matches;
+	Matches.Reserve(Scored.Num());
+	for (const FScoredEntry& Score : Scored)
+	{
+		const FContextActionMenuEntry& Entry = Words.Entries[Score.EntryIndex];
+		FCamMatch& Match = Matches.AddDefaulted_GetRef();
+		Match.Action = Entry.Action;
 		Match.MenuTitle = Entry.MenuTitle;
 		Match.MenuCategory = Entry.MenuCategory;
 		Match.NodeClass = Entry.NodeClass;
-		Match.Similarity = FAssetOperationBase::CalculateKeywordSimilarity(Requested, Entry.CandidateKeywords);
-		Match.CommonKeywords = Match.Similarity.CommonKeywords;
-		Match.Confidence = FAssetOperationBase::CalculateMatchConfidence(Requested, Entry.CandidateKeywords, Match.Similarity);
-
-		// The title alone decides ties between entries that share as many words with the whole request. Its
-		// words are among the entry's, so an entry sharing none with the request shares none by its title.
-		FRankKeys EntryKeys{Match.CommonKeywords, 0, Match.Similarity.Distance};
-		if (Match.CommonKeywords > 0)
-		{
-			EntryKeys.TitleCommonKeywords = FAssetOperationBase::CalculateKeywordSimilarity(RequestedTitleKeywords, Entry.TitleKeywords).CommonKeywords;
-		}
-		Keys.Add(EntryKeys);
-		Matches.Add(MoveTemp(Match));
+		Match.Similarity = Score.Similarity;
+		Match.CommonKeywords = Score.Similarity.CommonKeywords;
+		Match.Confidence = Score.Confidence;
 	}
 
-	if (Matches.Num() > 1)
+	if (Words.Searches.Num() >= MaxRememberedSearches)
 	{
-		// The same order as CompareCamMatches, whose title comparison depends only on each entry, so it is
-		// taken once per entry here instead of twice per comparison.
-		TArray<int32> Order;
-		Order.Reserve(Matches.Num());
-		for (int32 Index = 0; Index < Matches.Num(); ++Index)
-		{
-			Order.Add(Index);
-		}
-		Algo::Sort(Order, [&Keys](int32 A, int32 B) { return RanksBefore(Keys[A], Keys[B]); });
-
-		TArray<FCamMatch> Sorted;
-		Sorted.Reserve(Matches.Num());
-		for (const int32 Index : Order)
-		{
-			Sorted.Add(MoveTemp(Matches[Index]));
-		}
-		Matches = MoveTemp(Sorted);
+		Words.Searches.RemoveAt(0);
 	}
+	Words.Searches.Add(FContextActionMenuSearch{Requested, RequestedTitleKeywords, Matches});
 	return Matches;
 }
 
