@@ -26,7 +26,9 @@ struct CALVORNTOOLKIT_BLUEPRINT_API FContextActionMenu
 	/**
 	 * The words of each entry, worked out by the first search and reused by the next ones of the same call:
 	 * they depend on the entry alone, and splitting thousands of titles again for every fuzzy node would cost
-	 * more than the scoring itself. An entry that changed since is worked out again.
+	 * more than the scoring itself. An entry that changed since is worked out again. The last searches are
+	 * kept beside them, so a request with the same words gets the same ranking without scoring the menu again,
+	 * until an entry changes.
 	 */
 	mutable TSharedPtr<struct FContextActionMenuEntryWords> EntryWords;
 };
