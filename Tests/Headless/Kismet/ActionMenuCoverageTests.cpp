@@ -166,6 +166,8 @@ TEST_F(FActionMenuCoverageTest, MessageSitsBesideTheInterfaceCallItSends)
 	EXPECT_NE(Node->GetExecPin(), nullptr);
 
 	// Sent to the Blueprint itself, which does not implement the interface, it still compiles.
+	ASSERT_NE(FindRow(Rows, "Get a reference to self"), nullptr);
+	ASSERT_NE(FindRow(Rows, "Event BeginPlay"), nullptr);
 	UEdGraphNode* Self = FindRow(Rows, "Get a reference to self")->Action->PerformAction(EventGraphOf(Blueprint), nullptr, FVector2f(-200.0f, 0.0f));
 	ASSERT_NE(Self, nullptr);
 	ASSERT_TRUE(GetDefault<UEdGraphSchema_K2>()->TryCreateConnection(Self->FindPin(UEdGraphSchema_K2::PN_Self), Node->FindPin(UEdGraphSchema_K2::PN_Self)));
@@ -203,8 +205,9 @@ TEST_F(FActionMenuCoverageTest, ComponentEventIsBoundToItsComponentOnce)
 	EXPECT_EQ(Graph->Nodes.Num(), NodesBefore + 1);
 
 	// The same delegate of another component is another event.
-	UK2Node_ComponentBoundEvent* MeshEvent = Cast<UK2Node_ComponentBoundEvent>(
-		FindRow(Rows, "Add On Component Begin Overlap", "Add Event for Mesh|Collision")->Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 400.0f)));
+	const FMenuRow* MeshOverlap = FindRow(Rows, "Add On Component Begin Overlap", "Add Event for Mesh|Collision");
+	ASSERT_NE(MeshOverlap, nullptr);
+	UK2Node_ComponentBoundEvent* MeshEvent = Cast<UK2Node_ComponentBoundEvent>(MeshOverlap->Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 400.0f)));
 	ASSERT_NE(MeshEvent, nullptr);
 	EXPECT_NE(MeshEvent, Event);
 	EXPECT_EQ(U8(MeshEvent->ComponentPropertyName), "Mesh");
@@ -290,4 +293,37 @@ TEST_F(FActionMenuFixture, ComponentTemplatesAreNamedByThePropertyHoldingThem)
 	UK2Node_ComponentBoundEvent* Event = Cast<UK2Node_ComponentBoundEvent>(HitSpawner->Invoke(EventGraphOf(Blueprint), Binding, FVector2D(0.0, 0.0)));
 	ASSERT_NE(Event, nullptr);
 	EXPECT_EQ(U8(Event->GetNodeTitle(ENodeTitleType::FullTitle)), "On Component Hit (CapsuleComponent)");
+}
+
+TEST_F(FActionMenuCoverageTest, PlacedMessagesAndBoundEventsSurviveSaveAndLoad)
+{
+	UEdGraph* Graph = EventGraphOf(Blueprint);
+	const std::vector<FMenuRow> Rows = MenuFor(Blueprint, Graph);
+	const FMenuRow* PingRow = FindRow(Rows, "Ping (Message)");
+	const FMenuRow* HitRow = FindRow(Rows, "Add On Component Hit", "Add Event for CollisionComp|Collision");
+	ASSERT_NE(PingRow, nullptr);
+	ASSERT_NE(HitRow, nullptr);
+	ASSERT_NE(PingRow->Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 0.0f)), nullptr);
+	ASSERT_NE(HitRow->Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 300.0f)), nullptr);
+	FKismetEditorUtilities::CompileBlueprint(Blueprint);
+
+	UBlueprint* Loaded = SaveAndReload(Blueprint);
+	ASSERT_NE(Loaded, nullptr);
+	const UK2Node_Message* Message = nullptr;
+	const UK2Node_ComponentBoundEvent* Bound = nullptr;
+	for (UEdGraphNode* Node : EventGraphOf(Loaded)->Nodes)
+	{
+		Message = Message ? Message : Cast<UK2Node_Message>(Node);
+		Bound = Bound ? Bound : Cast<UK2Node_ComponentBoundEvent>(Node);
+	}
+	ASSERT_NE(Message, nullptr);
+	ASSERT_NE(Bound, nullptr);
+	EXPECT_EQ(U8(Message->GetNodeTitle(ENodeTitleType::MenuTitle)), "Ping (Message)");
+	EXPECT_EQ(U8(Bound->GetNodeTitle(ENodeTitleType::FullTitle)), "On Component Hit (CollisionComp)");
+	EXPECT_NE(Bound->FindPin(FName(TEXT("NormalImpulse"))), nullptr);
+	// Loaded again, the menu still knows the event is there.
+	const std::vector<FMenuRow> LoadedRows = MenuFor(Loaded, EventGraphOf(Loaded));
+	const FMenuRow* Hit = FindRow(LoadedRows, "Add On Component Hit", "Add Event for CollisionComp|Collision");
+	ASSERT_NE(Hit, nullptr);
+	EXPECT_EQ(Hit->Action->PerformAction(EventGraphOf(Loaded), nullptr, FVector2f(0.0f, 0.0f)), Bound);
 }
