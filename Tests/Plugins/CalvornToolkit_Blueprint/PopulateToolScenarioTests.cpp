@@ -429,9 +429,23 @@ TEST_F(PopulateTool, AFunctionGraphTakesLocalVariablesAndIsReadBackAsAFunction)
 		},
 		"nodes": [
 			{"node_guid": "Print", "class_name": "K2Node_CallFunction", "target_class": "KismetSystemLibrary", "target_function": "PrintString"},
-			{"node_guid": "Temp", "class_name": "K2Node_VariableGet", "menu_title": "Get TempDamage"}
+			{"node_guid": "Math", "class_name": "K2Node_MathExpression", "menu_title": "(Base * 2.0) + 1.5"},
+			{"node_guid": "BadMath", "class_name": "K2Node_MathExpression", "menu_title": "(Base * "}
+		],
+		"connections": [
+			{"action": "add", "source_node_guid": "Math", "source_pin_name": "ReturnValue", "target_node_guid": "Print", "target_pin_name": "Duration"}
 		])"));
 	ASSERT_TRUE(Result.WasSuccessful()) << Describe(Result);
+	// The expression becomes a math node with the variable as its input; a formula that does not parse is refused.
+	const UEdGraphNode* Math = CreatedNode(Result, TEXT("Math"));
+	ASSERT_NE(Math, nullptr) << Describe(Result);
+	EXPECT_EQ(Math->GetClass()->GetName(), TEXT("K2Node_MathExpression"));
+	EXPECT_NE(Math->FindPin(TEXT("Base")), nullptr);
+	EXPECT_EQ(OutgoingLinks(Math), TArray<FString>{TEXT("ReturnValue->K2Node_CallFunction.Duration")});
+	EXPECT_EQ(CreatedNode(Result, TEXT("BadMath")), nullptr);
+	EXPECT_TRUE(AnyContains(Result.GetWarningMessages(), TEXT("[Failure] Invalid math expression '(Base * ': "))) << Describe(Result);
+	EXPECT_EQ(Result.GetDatas()->GetStringField(TEXT("nodes_failed")), TEXT("1"));
+
 	const TSharedPtr<FJsonObject> Stats = Telemetry(Result);
 	EXPECT_EQ(Stats->GetNumberField(TEXT("local_variables_added")), 2);
 	EXPECT_EQ(Stats->GetNumberField(TEXT("local_variables_removed")), 0);
