@@ -327,3 +327,28 @@ TEST_F(FActionMenuCoverageTest, PlacedMessagesAndBoundEventsSurviveSaveAndLoad)
 	ASSERT_NE(Hit, nullptr);
 	EXPECT_EQ(Hit->Action->PerformAction(EventGraphOf(Loaded), nullptr, FVector2f(0.0f, 0.0f)), Bound);
 }
+
+TEST_F(FActionMenuFixture, RefreshingOneClassKeepsWhatOtherFamiliesFileUnderIt)
+{
+	UBlueprint* Blueprint = Create(EditorTest::FindClass(TEXT("/Script/Engine.Actor")), TEXT("BP_MenuRefreshClass"));
+	ASSERT_NE(Blueprint, nullptr);
+	const std::vector<FMenuRow> Before = MenuFor(Blueprint, EventGraphOf(Blueprint));
+
+	// Casts are filed under their target class, and the node families under their node class; refreshing those
+	// classes must bring every entry back once.
+	FBlueprintActionDatabase::Get().RefreshClassActions(EditorTest::FindClass(TEXT("/Script/Engine.Character")));
+	FBlueprintActionDatabase::Get().RefreshClassActions(EditorTest::FindClass(TEXT("/Script/BlueprintGraph.K2Node_IfThenElse")));
+	FBlueprintActionDatabase::Get().RefreshClassActions(EditorTest::FindClass(TEXT("/Script/UnrealEd.EdGraphNode_Comment")));
+	const std::vector<FMenuRow> After = MenuFor(Blueprint, EventGraphOf(Blueprint));
+
+	EXPECT_EQ(After.size(), Before.size());
+	for (const char* Title : {"Cast To Character", "Jump", "Branch", "Add Comment..."})
+	{
+		int32 Count = 0;
+		for (const FMenuRow& Row : After)
+		{
+			Count += Row.Title == Title ? 1 : 0;
+		}
+		EXPECT_EQ(Count, 1) << Title;
+	}
+}
