@@ -222,6 +222,12 @@ TEST_F(PopulateMatchMenu, FirstCandidatesPlaceTheNodeTheyName)
 	ASSERT_GT(Self.Num(), 0);
 	EXPECT_TRUE(Self[0].Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 300.0f), true)->IsA<UK2Node_Self>());
 
+	const TArray<FCamMatch> Math = Search(TEXT("MathExpression"), TEXT("a * 2"));
+	ASSERT_GT(Math.Num(), 0);
+	UEdGraphNode* MathNode = Math[0].Action->PerformAction(Graph, nullptr, FVector2f(0.0f, 450.0f), true);
+	ASSERT_NE(MathNode, nullptr);
+	EXPECT_EQ(U8(MathNode->GetClass()->GetName()), "K2Node_MathExpression");
+
 	const TArray<FCamMatch> Comment = Search(TEXT(""), TEXT("Add Comment"));
 	ASSERT_GT(Comment.Num(), 0);
 	ASSERT_EQ(Comment[0].NodeClass, TEXT("EdGraphNode_Comment")) << Top(Comment);

@@ -388,6 +388,10 @@ TEST_F(PopulateMatchSpawner, OverloadsNeedTheTitleThatNamesOne)
 	ASSERT_TRUE(Spawn(MakeRecord(TEXT("f"), TEXT("K2Node_CallFunction"), TEXT("Compute Float"), TEXT("MatchOverloadChild"), TEXT("Compute")), Result, Node))
 		<< Join(ValidationFailures(Result));
 	EXPECT_EQ(Cast<UK2Node_CallFunction>(Node)->GetTargetFunction(), Classes.BaseCompute);
+	// Only reflection knew the class by that name: the method stays the spellings' one, and no path is claimed.
+	EXPECT_EQ(TelemetryString(Result, TEXT("class_resolution_method_f")), "direct_path");
+	EXPECT_EQ(TelemetryString(Result, TEXT("resolved_class_path")), "<absent>");
+	EXPECT_EQ(TelemetryString(Result, TEXT("original_class_input")), "<absent>");
 	UEdGraphNode* IntNode = nullptr;
 	ASSERT_TRUE(Spawn(MakeRecord(TEXT("i"), TEXT("K2Node_CallFunction"), TEXT("Compute Int"), TEXT("MatchOverloadChild"), TEXT("Compute")), Result, IntNode))
 		<< Join(ValidationFailures(Result));
