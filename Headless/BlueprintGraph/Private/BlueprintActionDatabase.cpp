@@ -12,6 +12,7 @@
 #include "HAL/PlatformTime.h"
 #include "Modules/ModuleManager.h"
 #include "UObject/Class.h"
+#include "UObject/UObjectArray.h"
 #include "UObject/UObjectIterator.h"
 
 bool FBlueprintActionDatabaseRegistrar::AddBlueprintAction(const UObject* ActionKey, UBlueprintNodeSpawner* Action)
@@ -348,7 +349,14 @@ void FBlueprintActionDatabase::RefreshAssetActionsIfChanged(UBlueprint* Blueprin
 
 void FBlueprintActionDatabase::RegisterUnknownBlueprints()
 {
-	// Nothing announces a new Blueprint here (the editor hears of it from the asset registry), so each menu looks.
+	// Nothing announces a new Blueprint here (the editor hears of it from the asset registry), so each menu looks;
+	// object slots are never reused, so no new object at all means no new Blueprint.
+	const int32 NumObjects = GUObjectArray.GetObjectArrayNum();
+	if (NumObjects == NumObjectsLastLooked)
+	{
+		return;
+	}
+	NumObjectsLastLooked = NumObjects;
 	TArray<UBlueprint*> Unknown;
 	for (TObjectIterator<UBlueprint> It; It; ++It)
 	{

@@ -93,6 +93,8 @@ private:
 	/** Node classes from modules above this one, in the order they were handed in, with their actions' maker. */
 	TArray<TPair<TWeakObjectPtr<UClass>, FMakeNodeSpecificActions>> HandedInNodeActions;
 	bool bBuilt = false;
+	/** How many object slots existed when RegisterUnknownBlueprints last looked. */
+	int32 NumObjectsLastLooked = -1;
 	double LastBuildTimeMs = 0.0;
 };
 
