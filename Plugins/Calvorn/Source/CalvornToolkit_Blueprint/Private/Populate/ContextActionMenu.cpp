@@ -32,12 +32,21 @@ struct FContextActionMenuEntry
 	TArray<FString> CandidateKeywords;
 };
 
+/** One entry's score against one request, in ranking order once sorted. */
+struct FContextActionMenuScore
+{
+	int32 EntryIndex = 0;
+	FKeywordSimilarity Similarity;
+	float Confidence = 0.0f;
+	int32 TitleCommonKeywords = 0;
+};
+
 /** One earlier search of the menu, kept while no entry changes: the same words rank the same way. */
 struct FContextActionMenuSearch
 {
 	TArray<FString> Requested;
 	TArray<FString> RequestedTitle;
-	TArray<FCamMatch> Matches;
+	TArray<FContextActionMenuScore> Ranking;
 };
 
 struct FContextActionMenuEntryWords
@@ -109,6 +118,11 @@ namespace
 			return A.TitleCommonKeywords > B.TitleCommonKeywords;
 		}
 		return A.Distance < B.Distance;
+	}
+
+	FRankKeys KeysOf(const FContextActionMenuScore& Score)
+	{
+		return FRankKeys{Score.Similarity.CommonKeywords, Score.TitleCommonKeywords, Score.Similarity.Distance};
 	}
 
 	int32 CountTitleKeywordsInCommon(const TArray<FString>& RequestedTitleKeywords, const FString& EntryTitle)
@@ -280,52 +294,58 @@ TArray<FCamMatch> FContextActionMenuService::SearchContextActionMenu(const FNode
 	}
 
 	// A batch often asks for the same node many times ("Print String" after each step): the answer is the same.
+	const TArray<FContextActionMenuScore>* Ranking = nullptr;
 	for (const FContextActionMenuSearch& Earlier : Words.Searches)
 	{
 		if (SameWords(Earlier.Requested, Requested) && SameWords(Earlier.RequestedTitle, RequestedTitleKeywords))
 		{
-			return Earlier.Matches;
+			Ranking = &Earlier.Ranking;
+			break;
 		}
 	}
 
-	struct FScoredEntry
+	if (!Ranking)
 	{
-		int32 EntryIndex = 0;
-		FKeywordSimilarity Similarity;
-		float Confidence = 0.0f;
-		FRankKeys Keys;
-	};
-	TArray<FScoredEntry> Scored;
-	Scored.Reserve(Words.Entries.Num());
-	for (int32 Index = 0; Index < Words.Entries.Num(); ++Index)
-	{
-		const FContextActionMenuEntry& Entry = Words.Entries[Index];
-		if (!Entry.Action.IsValid() || Entry.NodeClass.IsEmpty())
+		TArray<FContextActionMenuScore> Scored;
+		Scored.Reserve(Words.Entries.Num());
+		for (int32 Index = 0; Index < Words.Entries.Num(); ++Index)
 		{
-			// An entry that places no node (or none we can name) cannot be checked after spawning.
-			continue;
+			const FContextActionMenuEntry& Entry = Words.Entries[Index];
+			if (!Entry.Action.IsValid() || Entry.NodeClass.IsEmpty())
+			{
+				// An entry that places no node (or none we can name) cannot be checked after spawning.
+				continue;
+			}
+			FContextActionMenuScore& Score = Scored.AddDefaulted_GetRef();
+			Score.EntryIndex = Index;
+			Score.Similarity = FAssetOperationBase::CalculateKeywordSimilarity(Requested, Entry.CandidateKeywords);
+			Score.Confidence = FAssetOperationBase::CalculateMatchConfidence(Requested, Entry.CandidateKeywords, Score.Similarity);
+			// The title alone decides ties between entries that share as many words with the whole request. Its
+			// words are among the entry's, so an entry sharing none with the request shares none by its title.
+			if (Score.Similarity.CommonKeywords > 0)
+			{
+				Score.TitleCommonKeywords = FAssetOperationBase::CalculateKeywordSimilarity(RequestedTitleKeywords, Entry.TitleKeywords).CommonKeywords;
+			}
 		}
-		FScoredEntry& Score = Scored.AddDefaulted_GetRef();
-		Score.EntryIndex = Index;
-		Score.Similarity = FAssetOperationBase::CalculateKeywordSimilarity(Requested, Entry.CandidateKeywords);
-		Score.Confidence = FAssetOperationBase::CalculateMatchConfidence(Requested, Entry.CandidateKeywords, Score.Similarity);
-		Score.Keys.CommonKeywords = Score.Similarity.CommonKeywords;
-		Score.Keys.Distance = Score.Similarity.Distance;
-		// The title alone decides ties between entries that share as many words with the whole request. Its
-		// words are among the entry's, so an entry sharing none with the request shares none by its title.
-		if (Score.Keys.CommonKeywords > 0)
-		{
-			Score.Keys.TitleCommonKeywords = FAssetOperationBase::CalculateKeywordSimilarity(RequestedTitleKeywords, Entry.TitleKeywords).CommonKeywords;
-		}
-	}
 
-	// The same order as CompareCamMatches, whose title comparison depends only on each entry, so it is taken
-	// once per entry here instead of twice per comparison.
-	Algo::Sort(Scored, [](const FScoredEntry& A, const FScoredEntry& B) { return RanksBefore(A.Keys, B.Keys); });
+		// The same order as CompareCamMatches, whose title comparison depends only on each entry, so it is
+		// taken once per entry here instead of twice per comparison.
+		Algo::Sort(Scored, [](const FContextActionMenuScore& A, const FContextActionMenuScore& B) { return RanksBefore(KeysOf(A), KeysOf(B)); });
+
+		if (Words.Searches.Num() >= MaxRememberedSearches)
+		{
+			Words.Searches.RemoveAt(0);
+		}
+		FContextActionMenuSearch& Search = Words.Searches.AddDefaulted_GetRef();
+		Search.Requested = Requested;
+		Search.RequestedTitle = RequestedTitleKeywords;
+		Search.Ranking = MoveTemp(Scored);
+		Ranking = &Search.Ranking;
+	}
 
 	TArray<FCamMatch> Matches;
-	Matches.Reserve(Scored.Num());
-	for (const FScoredEntry& Score : Scored)
+	Matches.Reserve(Ranking->Num());
+	for (const FContextActionMenuScore& Score : *Ranking)
 	{
 		const FContextActionMenuEntry& Entry = Words.Entries[Score.EntryIndex];
 		FCamMatch& Match = Matches.AddDefaulted_GetRef();
@@ -337,12 +357,6 @@ TArray<FCamMatch> FContextActionMenuService::SearchContextActionMenu(const FNode
 		Match.CommonKeywords = Score.Similarity.CommonKeywords;
 		Match.Confidence = Score.Confidence;
 	}
-
-	if (Words.Searches.Num() >= MaxRememberedSearches)
-	{
-		Words.Searches.RemoveAt(0);
-	}
-	Words.Searches.Add(FContextActionMenuSearch{Requested, RequestedTitleKeywords, Matches});
 	return Matches;
 }
 
