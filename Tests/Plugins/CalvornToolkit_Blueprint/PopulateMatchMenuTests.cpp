@@ -328,3 +328,20 @@ TEST_F(PopulateMatchMenu, LaterSearchesOfOneMenuRankAsAFirstSearchWould)
 	EXPECT_EQ(U8(Comment[0].MenuTitle), "Create Comment from Selection") << Top(Comment);
 	EXPECT_EQ(U8(Comment[0].NodeClass), "EdGraphNode_Comment");
 }
+
+TEST_F(PopulateMatchMenu, AShortenedSearchIsTheHeadOfTheFullOne)
+{
+	const FNodeModificationRecord Record = MakeRecord(TEXT("n"), TEXT(""), TEXT("Get Actor Location"));
+	const TArray<FCamMatch> All = FContextActionMenuService::SearchContextActionMenu(Record, Menu);
+	const TArray<FCamMatch> Head = FContextActionMenuService::SearchContextActionMenu(Record, Menu, 20);
+	ASSERT_GT(All.Num(), 20);
+	ASSERT_EQ(Head.Num(), 20);
+	for (int32 Index = 0; Index < Head.Num(); ++Index)
+	{
+		EXPECT_EQ(Head[Index].Action, All[Index].Action) << Index;
+		EXPECT_EQ(Head[Index].Confidence, All[Index].Confidence) << Index;
+	}
+	EXPECT_EQ(FContextActionMenuService::SearchContextActionMenu(Record, Menu, 0).Num(), 0);
+	EXPECT_EQ(FContextActionMenuService::SearchContextActionMenu(Record, Menu, -1).Num(), All.Num());
+	EXPECT_EQ(FContextActionMenuService::SearchContextActionMenu(Record, Menu, 100000).Num(), All.Num());
+}

@@ -275,6 +275,11 @@ FString FContextActionMenuService::GetActionNodeClassName(const TSharedPtr<FEdGr
 
 TArray<FCamMatch> FContextActionMenuService::SearchContextActionMenu(const FNodeModificationRecord& Record, const FContextActionMenu& Menu)
 {
+	return SearchContextActionMenu(Record, Menu, INDEX_NONE);
+}
+
+TArray<FCamMatch> FContextActionMenuService::SearchContextActionMenu(const FNodeModificationRecord& Record, const FContextActionMenu& Menu, int32 MaxCandidates)
+{
 	if (!Menu.SharedCAM.IsValid())
 	{
 		return TArray<FCamMatch>();
@@ -343,10 +348,12 @@ TArray<FCamMatch> FContextActionMenuService::SearchContextActionMenu(const FNode
 		Ranking = &Search.Ranking;
 	}
 
+	const int32 NumMatches = MaxCandidates < 0 ? Ranking->Num() : FMath::Min(MaxCandidates, Ranking->Num());
 	TArray<FCamMatch> Matches;
-	Matches.Reserve(Ranking->Num());
-	for (const FContextActionMenuScore& Score : *Ranking)
+	Matches.Reserve(NumMatches);
+	for (int32 Rank = 0; Rank < NumMatches; ++Rank)
 	{
+		const FContextActionMenuScore& Score = (*Ranking)[Rank];
 		const FContextActionMenuEntry& Entry = Words.Entries[Score.EntryIndex];
 		FCamMatch& Match = Matches.AddDefaulted_GetRef();
 		Match.Action = Entry.Action;

@@ -62,6 +62,13 @@ public:
 	static TArray<FCamMatch> SearchContextActionMenu(const FNodeModificationRecord& Record, const FContextActionMenu& Menu);
 
 	/**
+	 * The same ranking, cut to its first MaxCandidates entries (all of them when MaxCandidates is negative).
+	 * A caller that reads only the head of the list (the best entry and the candidates it reports) saves
+	 * copying thousands of entries per fuzzy node.
+	 */
+	static TArray<FCamMatch> SearchContextActionMenu(const FNodeModificationRecord& Record, const FContextActionMenu& Menu, int32 MaxCandidates);
+
+	/**
 	 * The ranking: more common keywords first; on a tie, more keywords shared by the request's title and the
 	 * entry's title alone; then the smaller distance.
 	 */
