@@ -173,14 +173,18 @@ namespace
 	}
 
 	/** Brings the entries' words in line with the menu; true when any entry was added, replaced or changed. */
-	bool RefreshEntries(const FBlueprintActionMenuBuilder& Builder, TArray<FContextActionMenuEntry>& Entries)
+	bool RefreshEntries(FBlueprintActionMenuBuilder& Builder, TArray<FContextActionMenuEntry>& Entries)
 	{
 		const int32 NumActions = Builder.GetNumActions();
 		bool bChanged = Entries.Num() != NumActions;
 		Entries.SetNum(NumActions);
 		for (int32 Index = 0; Index < NumActions; ++Index)
 		{
-			TSharedPtr<FEdGraphSchemaAction> Action = Builder.GetSchemaAction(Index);
+			// The entry's first action is what the menu performs; it is read in place, since taking a counted
+			// reference to each of thousands of actions per search costs more than comparing them.
+			const TArray<TSharedPtr<FEdGraphSchemaAction>>& Group = Builder.GetAction(Index).Actions;
+			static const TSharedPtr<FEdGraphSchemaAction> NoAction;
+			const TSharedPtr<FEdGraphSchemaAction>& Action = Group.Num() > 0 ? Group[0] : NoAction;
 			FContextActionMenuEntry& Entry = Entries[Index];
 			if (!Action.IsValid())
 			{
