@@ -349,6 +349,11 @@ TEST_F(PopulateMatchSpawner, CastsTakeTheirClassAndIgnoreTheFunction)
 	EXPECT_TRUE(Node->NodeGuid.IsValid());
 	EXPECT_NE(Node->FindPin(TEXT("Object")), nullptr);
 
+	// Called directly, a cast needs its class only.
+	UEdGraphNode* NoFunction = nullptr;
+	ASSERT_TRUE(Spawn(MakeRecord(TEXT("pawn"), TEXT("K2Node_DynamicCast"), TEXT(""), TEXT("/Script/Engine.Pawn"), TEXT("")), Result, NoFunction));
+	EXPECT_EQ(Cast<UK2Node_DynamicCast>(NoFunction)->TargetType.Get(), FindClass(TEXT("/Script/Engine.Pawn")));
+
 	// Blueprint targets by bare name: each one is a lookup of the registry.
 	UEdGraphNode* First = nullptr;
 	UEdGraphNode* Second = nullptr;
