@@ -141,6 +141,36 @@ TEST_F(MathExpression, ReportsWhatIsWrongWithAnExpression)
 	}
 }
 
+TEST_F(MathExpression, RefusesExpressionsNestedTooDeeply)
+{
+	auto Repeat = [](const TCHAR* Part, int32 Count)
+	{
+		FString Result;
+		for (int32 Index = 0; Index < Count; ++Index)
+		{
+			Result += Part;
+		}
+		return Result;
+	};
+	const FString TooDeep[] = {
+		Repeat(TEXT("("), 300) + TEXT("x") + Repeat(TEXT(")"), 300),
+		TEXT("x") + Repeat(TEXT(" + x"), 500),
+		Repeat(TEXT("- "), 300) + TEXT("x"),
+		Repeat(TEXT("sin("), 300) + TEXT("x") + Repeat(TEXT(")"), 300),
+	};
+	for (const FString& Expression : TooDeep)
+	{
+		SCOPED_TRACE(Str(Expression.Left(12)));
+		UK2Node_MathExpression* Node = PlaceExpression(*Expression);
+		EXPECT_EQ(Str(Node->ErrorMsg), "PARSE ERROR in '" + Str(Expression) + "': The expression is nested too deeply");
+		EXPECT_EQ(Node->BoundGraph->Nodes.Num(), 2);
+	}
+	// Deep but within reach.
+	UK2Node_MathExpression* Nested = PlaceExpression(*(Repeat(TEXT("("), 60) + TEXT("x + 1") + Repeat(TEXT(")"), 60)));
+	EXPECT_FALSE(Nested->bHasCompilerMessage) << Str(Nested->ErrorMsg);
+	EXPECT_EQ(Str(Nested->GetNodeTitle(ENodeTitleType::ListView)), "x + 1");
+}
+
 TEST_F(MathExpression, WiresOperandsAndTypesLiteralsIntoPins)
 {
 	UK2Node_MathExpression* Node = PlaceExpression(TEXT("sin(x) * 2 + y"));

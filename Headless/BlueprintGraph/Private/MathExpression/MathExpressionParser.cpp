@@ -10,6 +10,14 @@ namespace UE::BlueprintGraph::MathExpression
 		/** Names, numbers and quoted strings longer than this are refused, as the editor's names are. */
 		constexpr int32 MaxTokenLength = 1024;
 
+		/**
+		 * How deep an expression may nest, in parentheses and calls while reading and in operations once read. Every
+		 * pass over the tree recurses, so a formula thousands of levels deep is refused instead of exhausting the stack.
+		 */
+		constexpr int32 MaxNesting = 200;
+		constexpr int32 MaxHeight = 400;
+		const TCHAR* const TooDeepError = TEXT("The expression is nested too deeply");
+
 		bool IsDigitChar(TCHAR C)
 		{
 			return C >= TEXT('0') && C <= TEXT('9');
@@ -75,6 +83,16 @@ namespace UE::BlueprintGraph::MathExpression
 			return Node;
 		}
 
+		/** Sets a branch's height from its children's; false when the tree grows deeper than it may. */
+		bool UpdateHeight(FExpressionNode& Node)
+		{
+			for (const TSharedRef<FExpressionNode>& Child : Node.Children)
+			{
+				Node.Height = FMath::Max(Node.Height, Child->Height + 1);
+			}
+			return Node.Height <= MaxHeight;
+		}
+
 		/** A recursive descent over the text; the first problem found stops the reading and is kept as the error. */
 		class FExpressionReader
 		{
@@ -103,8 +121,12 @@ namespace UE::BlueprintGraph::MathExpression
 
 			void SetError(const FString& Message)
 			{
-				// A later problem replaces an earlier one: the last thing the reader was sure of is the most telling.
-				Error = Message.IsEmpty() ? FString(TEXT(" ")) : Message;
+				// A later problem replaces an earlier one (the last thing the reader was sure of is the most telling),
+				// except that a formula too deep to read stays refused as such.
+				if (Error != TooDeepError)
+				{
+					Error = Message;
+				}
 			}
 
 			TCHAR CharAt(int32 Index) const
@@ -389,7 +411,25 @@ namespace UE::BlueprintGraph::MathExpression
 
 			TSharedRef<FExpressionNode> ReadExpression()
 			{
-				return ReadConditional();
+				if (Nesting >= MaxNesting)
+				{
+					SetError(TooDeepError);
+					return MakeNode(EExpressionKind::Leaf);
+				}
+				++Nesting;
+				TSharedRef<FExpressionNode> Result = ReadConditional();
+				--Nesting;
+				return Result;
+			}
+
+			/** Records a finished branch, refusing the expression once it is deeper than the passes over it allow. */
+			TSharedRef<FExpressionNode> Finish(TSharedRef<FExpressionNode> Node)
+			{
+				if (!UpdateHeight(*Node) && IsValid())
+				{
+					SetError(TooDeepError);
+				}
+				return Node;
 			}
 
 			TSharedRef<FExpressionNode> ReadConditional()
@@ -402,7 +442,7 @@ namespace UE::BlueprintGraph::MathExpression
 					TSharedRef<FExpressionNode> WhenFalse = ReadConditional();
 					TSharedRef<FExpressionNode> Node = MakeNode(EExpressionKind::Conditional);
 					Node->Children = { Condition, WhenTrue, WhenFalse };
-					return Node;
+					return Finish(Node);
 				}
 				return Condition;
 			}
@@ -436,7 +476,7 @@ namespace UE::BlueprintGraph::MathExpression
 						if (IsValid() && MatchSymbol(Operator))
 						{
 							TSharedRef<FExpressionNode> Right = ReadBinaryLevel(Level + 1);
-							Left = MakeBinary(Operator, Left, Right);
+							Left = Finish(MakeBinary(Operator, Left, Right));
 							bMatched = true;
 							break;
 						}
@@ -452,10 +492,17 @@ namespace UE::BlueprintGraph::MathExpression
 				{
 					if (MatchSymbol(Prefix))
 					{
+						if (Nesting >= MaxNesting)
+						{
+							SetError(TooDeepError);
+							return MakeNode(EExpressionKind::Leaf);
+						}
 						TSharedRef<FExpressionNode> Node = MakeNode(EExpressionKind::Unary);
 						Node->Operator = Prefix;
+						++Nesting;
 						Node->Children.Add(ReadUnary());
-						return Node;
+						--Nesting;
+						return Finish(Node);
 					}
 				}
 				return ReadPrimary();
@@ -485,9 +532,9 @@ namespace UE::BlueprintGraph::MathExpression
 					TSharedRef<FExpressionNode> Call = MakeNode(EExpressionKind::Call);
 					Call->Operator = Token.Text;
 					Call->Token = Token;
-					Call->Children.Add(Arguments);
+					Call->Children.Add(Finish(Arguments));
 					RequireSymbol(TEXT(")"), FString::Printf(TEXT("'%s' closing"), *Token.Text));
-					return Call;
+					return Finish(Call);
 				}
 				TSharedRef<FExpressionNode> Leaf = MakeNode(EExpressionKind::Leaf);
 				Leaf->Token = Token;
@@ -497,6 +544,7 @@ namespace UE::BlueprintGraph::MathExpression
 			const FString& Text;
 			const int32 Length;
 			int32 Pos = 0;
+			int32 Nesting = 0;
 			FString Error;
 		};
 

@@ -73,6 +73,8 @@ namespace UE::BlueprintGraph::MathExpression
 		/** The operator of a binary or unary node, the function name of a call. */
 		FString Operator;
 		TArray<TSharedRef<FExpressionNode>> Children;
+		/** Levels from this node down to its deepest leaf (1 for a leaf). */
+		int32 Height = 1;
 
 		/** The stored form: every operation in parentheses, variables as written (or as guids once bound). */
 		FString ToString() const;

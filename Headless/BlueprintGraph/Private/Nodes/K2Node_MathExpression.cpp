@@ -99,7 +99,7 @@ void UK2Node_MathExpression::PostLoad()
 		if (Expression.Contains(TEXT("Rot")))
 		{
 			FParseResult Parsed = ParseExpression(Expression);
-			if (Parsed.Root.IsValid())
+			if (Parsed.IsValid())
 			{
 				FixOldRotatorCalls(*Parsed.Root);
 				Expression = Parsed.Root->ToString();
