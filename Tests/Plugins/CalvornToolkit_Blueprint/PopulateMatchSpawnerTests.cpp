@@ -80,7 +80,7 @@ namespace
 		{
 			Host = MakeActorBlueprint(TEXT("/Game/Match/BP_Host"));
 			Graph = EventGraphOf(Host);
-			Door = MakeActorBlueprint(TEXT("/Game/Match/BP_Door"));
+			Door = MakeActorBlueprint(TEXT("/Game/Match/BP_MatchDoor"));
 			Gadget = MakeActorBlueprint(TEXT("/MatchKit/BP_KitGadget"));
 		}
 
@@ -116,19 +116,19 @@ TEST_F(PopulateMatchSpawner, EverySpellingOfAClassResolvesWithItsMethod)
 		{TEXT("UKismetSystemLibrary"), TEXT("/Script/Engine.KismetSystemLibrary"), "direct_path", "/Script/Engine.KismetSystemLibrary"},
 		{TEXT("/Script/Engine.KismetMathLibrary"), TEXT("/Script/Engine.KismetMathLibrary"), "direct_path", "/Script/Engine.KismetMathLibrary"},
 		// A Blueprint's object path names the Blueprint; the "_C" candidate finds its class.
-		{TEXT("/Game/Match/BP_Door.BP_Door"), TEXT("/Game/Match/BP_Door.BP_Door_C"), "blueprint_path", "/Game/Match/BP_Door.BP_Door_C"},
-		{TEXT("/Game/Match/BP_Door.BP_Door_C"), TEXT("/Game/Match/BP_Door.BP_Door_C"), "blueprint_path", "/Game/Match/BP_Door.BP_Door_C"},
+		{TEXT("/Game/Match/BP_MatchDoor.BP_MatchDoor"), TEXT("/Game/Match/BP_MatchDoor.BP_MatchDoor_C"), "blueprint_path", "/Game/Match/BP_MatchDoor.BP_MatchDoor_C"},
+		{TEXT("/Game/Match/BP_MatchDoor.BP_MatchDoor_C"), TEXT("/Game/Match/BP_MatchDoor.BP_MatchDoor_C"), "blueprint_path", "/Game/Match/BP_MatchDoor.BP_MatchDoor_C"},
 		// A package path or a bare name goes to the asset registry.
-		{TEXT("/Game/Match/BP_Door"), TEXT("/Game/Match/BP_Door.BP_Door_C"), "asset_registry", "/Game/Match/BP_Door.BP_Door_C"},
-		{TEXT("/Game/Match/BP_Door_C"), TEXT("/Game/Match/BP_Door.BP_Door_C"), "asset_registry", "/Game/Match/BP_Door.BP_Door_C"},
-		{TEXT("BP_Door"), TEXT("/Game/Match/BP_Door.BP_Door_C"), "asset_registry", "/Game/Match/BP_Door.BP_Door_C"},
-		{TEXT("bp_door"), TEXT("/Game/Match/BP_Door.BP_Door_C"), "asset_registry", "/Game/Match/BP_Door.BP_Door_C"},
+		{TEXT("/Game/Match/BP_MatchDoor"), TEXT("/Game/Match/BP_MatchDoor.BP_MatchDoor_C"), "asset_registry", "/Game/Match/BP_MatchDoor.BP_MatchDoor_C"},
+		{TEXT("/Game/Match/BP_MatchDoor_C"), TEXT("/Game/Match/BP_MatchDoor.BP_MatchDoor_C"), "asset_registry", "/Game/Match/BP_MatchDoor.BP_MatchDoor_C"},
+		{TEXT("BP_MatchDoor"), TEXT("/Game/Match/BP_MatchDoor.BP_MatchDoor_C"), "asset_registry", "/Game/Match/BP_MatchDoor.BP_MatchDoor_C"},
+		{TEXT("bp_matchdoor"), TEXT("/Game/Match/BP_MatchDoor.BP_MatchDoor_C"), "asset_registry", "/Game/Match/BP_MatchDoor.BP_MatchDoor_C"},
 		{TEXT("BP_KitGadget"), TEXT("/MatchKit/BP_KitGadget.BP_KitGadget_C"), "asset_registry", "/MatchKit/BP_KitGadget.BP_KitGadget_C"},
 		// The content plug-in's root makes an object path of a name that holds no folder.
 		{TEXT("BP_KitGadget.BP_KitGadget_C"), TEXT("/MatchKit/BP_KitGadget.BP_KitGadget_C"), "direct_path", "/MatchKit/BP_KitGadget.BP_KitGadget_C"},
 		// A bare class name is searched in the registry as it stands and found by reflection, reported under
 		// the method the spellings set.
-		{TEXT("BP_Door_C"), TEXT("/Game/Match/BP_Door.BP_Door_C"), "direct_path", ""},
+		{TEXT("BP_MatchDoor_C"), TEXT("/Game/Match/BP_MatchDoor.BP_MatchDoor_C"), "direct_path", ""},
 		{TEXT("MatchOverloadChild"), TEXT("/Script/PopulateMatchOverloads.MatchOverloadChild"), "direct_path", ""},
 	};
 	GetOverloadClasses();
@@ -357,14 +357,14 @@ TEST_F(PopulateMatchSpawner, CastsTakeTheirClassAndIgnoreTheFunction)
 	// Blueprint targets by bare name: each one is a lookup of the registry.
 	UEdGraphNode* First = nullptr;
 	UEdGraphNode* Second = nullptr;
-	ASSERT_TRUE(Spawn(MakeRecord(TEXT("door1"), TEXT("K2Node_DynamicCast"), TEXT(""), TEXT("BP_Door"), TEXT("-")), Result, First));
-	ASSERT_TRUE(Spawn(MakeRecord(TEXT("door2"), TEXT("K2Node_DynamicCast"), TEXT(""), TEXT("BP_Door"), TEXT("-")), Result, Second));
+	ASSERT_TRUE(Spawn(MakeRecord(TEXT("door1"), TEXT("K2Node_DynamicCast"), TEXT(""), TEXT("BP_MatchDoor"), TEXT("-")), Result, First));
+	ASSERT_TRUE(Spawn(MakeRecord(TEXT("door2"), TEXT("K2Node_DynamicCast"), TEXT(""), TEXT("BP_MatchDoor"), TEXT("-")), Result, Second));
 	EXPECT_NE(First, Second);
 	EXPECT_EQ(Cast<UK2Node_DynamicCast>(Second)->TargetType.Get(), Door->GeneratedClass.Get());
 	EXPECT_EQ(TelemetryNumber(Result, TEXT("asset_registry_lookups")), 2.0);
 	EXPECT_EQ(TelemetryString(Result, TEXT("class_resolution_method_door2")), "asset_registry");
-	EXPECT_EQ(TelemetryString(Result, TEXT("resolved_class_path")), "/Game/Match/BP_Door.BP_Door_C");
-	EXPECT_EQ(TelemetryString(Result, TEXT("original_class_input")), "BP_Door");
+	EXPECT_EQ(TelemetryString(Result, TEXT("resolved_class_path")), "/Game/Match/BP_MatchDoor.BP_MatchDoor_C");
+	EXPECT_EQ(TelemetryString(Result, TEXT("original_class_input")), "BP_MatchDoor");
 	EXPECT_EQ(TelemetryString(Result, TEXT("class_resolution_method_cast")), "direct_path");
 }
 
