@@ -265,6 +265,8 @@ FString FContextActionMenuService::GetActionNodeClassName(const TSharedPtr<FEdGr
 			return TEXT("EdGraphNode_Comment");
 		}
 		// Plain schema actions that place a node carry it as a template; once placed, the template is the node.
+		// The state machine's action shares the base type id, so only its dynamic type tells it apart (this
+		// module builds with RTTI for that reason).
 		if (const FEdGraphSchemaAction_NewStateNode* StateAction = dynamic_cast<const FEdGraphSchemaAction_NewStateNode*>(Action.Get()))
 		{
 			const UEdGraphNode* Template = StateAction->NodeTemplate;
