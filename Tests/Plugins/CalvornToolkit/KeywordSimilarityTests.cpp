@@ -152,6 +152,45 @@ TEST(KeywordTest, DistanceGrowsAsTheMatchGetsWorse)
 	EXPECT_LT(Missing, Unrelated);
 }
 
+TEST(KeywordTest, AMisspellingCountsOnlyWithinItsEditLimit)
+{
+	// One requested word against one candidate word: a near match takes part credit and its edits as distance;
+	// beyond the limit (one edit from 4 letters, two from 8) the word is missing and costs its length, and the
+	// unmatched candidate word one more. Pairs with the same letters in another order, or far apart in length,
+	// must be judged by their real edit distance.
+	const struct
+	{
+		const TCHAR* Requested;
+		const TCHAR* Candidate;
+		bool bNearMatch;
+		int32 Distance;
+	} Cases[] = {
+		{TEXT("strong"), TEXT("string"), true, 1},
+		{TEXT("actr"), TEXT("actor"), true, 1},
+		{TEXT("acotr"), TEXT("actor"), false, 6},
+		{TEXT("locaiton"), TEXT("location"), true, 2},
+		{TEXT("loactoin"), TEXT("location"), false, 9},
+		{TEXT("component"), TEXT("components"), true, 1},
+		{TEXT("component"), TEXT("componentss"), true, 2},
+		{TEXT("component"), TEXT("componentsss"), false, 10},
+		{TEXT("overlap"), TEXT("overlaps"), true, 1},
+		{TEXT("overlap"), TEXT("ovrelap"), false, 8},
+		{TEXT("vector2d"), TEXT("vector3d"), true, 1},
+		{TEXT("abba"), TEXT("baab"), false, 5},
+		{TEXT("set"), TEXT("get"), false, 4},
+		{TEXT("Begin"), TEXT("begn"), true, 1},
+	};
+	for (const auto& Case : Cases)
+	{
+		SCOPED_TRACE(U8(FString(Case.Requested) + TEXT(" / ") + Case.Candidate));
+		const FKeywordSimilarity Similarity = FAssetOperationBase::CalculateKeywordSimilarity({Case.Requested}, {Case.Candidate});
+		EXPECT_EQ(Similarity.CommonKeywords, 0);
+		EXPECT_EQ(Similarity.MatchedCandidateKeywords, Case.bNearMatch ? 1 : 0);
+		EXPECT_EQ(Similarity.Distance, Case.Distance);
+		EXPECT_EQ(Similarity.Coverage > 0.0f, Case.bNearMatch);
+	}
+}
+
 TEST(KeywordTest, ConfidencePassesIdenticalTitlesAndRefusesOneSharedGenericWord)
 {
 	constexpr float Bar = 0.6f;

@@ -2,6 +2,8 @@
 
 #include "Misc/Char.h"
 
+#include <bit>
+
 // The keyword primitives of fuzzy node matching. A request ("Get Actor Location", "getactorlocation",
 // "K2Node_CallFunction") and a menu entry are each turned into lower-case keywords; the similarity
 // counts what the request shares with the entry, and the confidence says whether the best entry is
@@ -209,10 +211,43 @@ void FAssetOperationBase::AppendKeywords(const FString& Text, TArray<FString>& K
 
 namespace
 {
+	/** The characters a word holds, as bits: letters without case, digits, and one bit for anything else. */
+	uint64 CharacterMask(const FString& Word)
+	{
+		uint64 Mask = 0;
+		for (int32 Index = 0; Index < Word.Len(); ++Index)
+		{
+			const TCHAR Char = FChar::ToLower(Word[Index]);
+			if (Char >= TEXT('a') && Char <= TEXT('z'))
+			{
+				Mask |= uint64(1) << (Char - TEXT('a'));
+			}
+			else if (Char >= TEXT('0') && Char <= TEXT('9'))
+			{
+				Mask |= uint64(1) << (26 + (Char - TEXT('0')));
+			}
+			else
+			{
+				Mask |= uint64(1) << 63;
+			}
+		}
+		return Mask;
+	}
+
+	/**
+	 * Whether two words may be within Limit edits, judged by the characters they hold: each edit brings in at most
+	 * one character the other word lacks, so more missing kinds than the limit rule the pair out without the table.
+	 */
+	bool MayBeWithinEdits(uint64 MaskA, uint64 MaskB, int32 Limit)
+	{
+		return std::popcount(MaskA & ~MaskB) <= Limit && std::popcount(MaskB & ~MaskA) <= Limit;
+	}
+
 	/**
 	 * The edit distance of A and B when it is at most Limit, otherwise Limit + 1. Scoring a request against every
-	 * entry of a menu compares thousands of word pairs, nearly all far apart; a row of the table whose every
-	 * value exceeds the limit proves the rest cannot come back under it, so the walk stops there.
+	 * entry of a menu compares thousands of word pairs, nearly all far apart, so only the band of the table within
+	 * Limit of its diagonal is filled (a path leaving it already costs more than the limit), and a row whose every
+	 * value exceeds the limit ends the walk.
 	 */
 	int32 BoundedLevenshteinDistance(const FString& A, const FString& B, int32 Limit)
 	{
@@ -220,14 +255,15 @@ namespace
 		const FString& Long = A.Len() <= B.Len() ? B : A;
 		const int32 ShortLength = Short.Len();
 		const int32 LongLength = Long.Len();
+		const int32 Beyond = Limit + 1;
 		if (LongLength - ShortLength > Limit)
 		{
-			return Limit + 1;
+			return Beyond;
 		}
 		constexpr int32 StackRowLength = 64;
 		if (ShortLength == 0 || ShortLength > StackRowLength)
 		{
-			return FMath::Min(FAssetOperationBase::LevenshteinDistance(A, B), Limit + 1);
+			return FMath::Min(FAssetOperationBase::LevenshteinDistance(A, B), Beyond);
 		}
 		TCHAR ShortLower[StackRowLength];
 		for (int32 Column = 0; Column < ShortLength; ++Column)
@@ -239,26 +275,33 @@ namespace
 		int32* Current = Rows[1];
 		for (int32 Column = 0; Column <= ShortLength; ++Column)
 		{
-			Previous[Column] = Column;
+			Previous[Column] = Column <= Limit ? Column : Beyond;
 		}
 		for (int32 Row = 1; Row <= LongLength; ++Row)
 		{
 			const TCHAR LongChar = FChar::ToLower(Long[Row - 1]);
-			Current[0] = Row;
-			int32 RowMinimum = Row;
-			for (int32 Column = 1; Column <= ShortLength; ++Column)
+			const int32 First = FMath::Max(1, Row - Limit);
+			const int32 Last = FMath::Min(ShortLength, Row + Limit);
+			Current[First - 1] = (First == 1 && Row <= Limit) ? Row : Beyond;
+			int32 RowMinimum = Current[First - 1];
+			for (int32 Column = First; Column <= Last; ++Column)
 			{
 				const int32 Substitution = Previous[Column - 1] + (LongChar == ShortLower[Column - 1] ? 0 : 1);
-				Current[Column] = FMath::Min(Substitution, FMath::Min(Previous[Column] + 1, Current[Column - 1] + 1));
-				RowMinimum = FMath::Min(RowMinimum, Current[Column]);
+				const int32 Value = FMath::Min(FMath::Min(Substitution, Beyond), FMath::Min(Previous[Column] + 1, Current[Column - 1] + 1));
+				Current[Column] = Value;
+				RowMinimum = FMath::Min(RowMinimum, Value);
+			}
+			if (Last < ShortLength)
+			{
+				Current[Last + 1] = Beyond;
 			}
 			if (RowMinimum > Limit)
 			{
-				return Limit + 1;
+				return Beyond;
 			}
 			Swap(Previous, Current);
 		}
-		return FMath::Min(Previous[ShortLength], Limit + 1);
+		return FMath::Min(Previous[ShortLength], Beyond);
 	}
 }
 
@@ -339,10 +382,12 @@ FKeywordSimilarity FAssetOperationBase::CalculateKeywordSimilarity(const TArray<
 		const int32 Limit = NearMatchLimit(Keyword);
 		int32 BestDistance = MAX_int32;
 		int32 BestIndex = INDEX_NONE;
-		for (int32 Index = 0; Index < Candidate.Num(); ++Index)
+		// A limit of no edits admits only an exact match, which was looked for above.
+		const uint64 KeywordMask = Limit > 0 ? CharacterMask(Keyword) : 0;
+		for (int32 Index = 0; Limit > 0 && Index < Candidate.Num(); ++Index)
 		{
-			// Words whose lengths differ by more than the limit cannot be within it.
-			if (FMath::Abs(Candidate[Index].Len() - Keyword.Len()) > Limit)
+			// Words whose lengths, or whose sets of characters, differ by more than the limit cannot be within it.
+			if (FMath::Abs(Candidate[Index].Len() - Keyword.Len()) > Limit || !MayBeWithinEdits(KeywordMask, CharacterMask(Candidate[Index]), Limit))
 			{
 				continue;
 			}
