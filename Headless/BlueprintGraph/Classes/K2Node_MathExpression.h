@@ -24,7 +24,7 @@ class UK2Node_MathExpression : public UK2Node_Composite
 public:
 	UE_API UK2Node_MathExpression();
 
-	/** The expression as the user wrote it. */
+	/** The expression: as typed until it builds, then fully parenthesised, with Blueprint variables kept as "{guid}". */
 	FString Expression;
 
 	/** Set on nodes made once rotators were built with (Roll, Pitch, Yaw) in expressions; older nodes kept (Pitch, Yaw, Roll). */
