@@ -244,7 +244,8 @@ namespace
 			return nullptr;
 		}
 
-		const TArray<FCamMatch> Candidates = FContextActionMenuService::SearchContextActionMenu(Record, Menu);
+		// Everything downstream reads the best entry and the listed head of the ranking; the rest is never copied out.
+		const TArray<FCamMatch> Candidates = FContextActionMenuService::SearchContextActionMenu(Record, Menu, MaxListedCandidates);
 		if (Candidates.Num() == 0)
 		{
 			const FString Text = FString::Printf(TEXT("[Failure] Fuzzy matching found 0 matching candidates for node '%s'. Consider deterministic spawning if possible or refining the fuzzy request."), *Record.MenuTitle);
