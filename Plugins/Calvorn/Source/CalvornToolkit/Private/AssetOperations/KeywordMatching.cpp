@@ -2,8 +2,6 @@
 
 #include "Misc/Char.h"
 
-#include <bit>
-
 // The keyword primitives of fuzzy node matching. A request ("Get Actor Location", "getactorlocation",
 // "K2Node_CallFunction") and a menu entry are each turned into lower-case keywords; the similarity
 // counts what the request shares with the entry, and the confidence says whether the best entry is
@@ -139,14 +137,17 @@ namespace
 
 		int32 Num() const { return Count; }
 
-		const FString& operator[](int32 Index) const { return Overflow.Num() > 0 ? *Overflow[Index] : *Inline[Index]; }
+		FDistinctKeywords(const FDistinctKeywords&) = delete;
+		FDistinctKeywords& operator=(const FDistinctKeywords&) = delete;
+
+		const FString& operator[](int32 Index) const { return *Items()[Index]; }
 
 		int32 IndexOfByKey(const FString& Keyword) const
 		{
 			for (int32 Index = 0; Index < Count; ++Index)
 			{
 				const FString& Held = (*this)[Index];
-				if (Held.Len() == Keyword.Len() && Held == Keyword)
+				if (Held.Len() == Keyword.Len() && FChar::ToLower(Held[0]) == FChar::ToLower(Keyword[0]) && Held == Keyword)
 				{
 					return Index;
 				}
@@ -155,6 +156,8 @@ namespace
 		}
 
 	private:
+		const FString* const* Items() const { return Overflow.Num() > 0 ? Overflow.GetData() : Inline; }
+
 		static constexpr int32 InlineCount = 48;
 		const FString* Inline[InlineCount] = {};
 		TArray<const FString*> Overflow;
@@ -234,13 +237,52 @@ namespace
 		return Mask;
 	}
 
+	/** Set bits of a mask, by halves, quarters and bytes (no instruction for it is assumed). */
+	int32 CountBits(uint64 Bits)
+	{
+		Bits = Bits - ((Bits >> 1) & 0x5555555555555555ull);
+		Bits = (Bits & 0x3333333333333333ull) + ((Bits >> 2) & 0x3333333333333333ull);
+		Bits = (Bits + (Bits >> 4)) & 0x0F0F0F0F0F0F0F0Full;
+		return static_cast<int32>((Bits * 0x0101010101010101ull) >> 56);
+	}
+
+	/** The character masks of a word list, each made the first time a near-match search asks for it. */
+	class FLazyCharacterMasks
+	{
+	public:
+		explicit FLazyCharacterMasks(const FDistinctKeywords& InWords)
+			: Words(InWords)
+		{
+		}
+
+		uint64 Get(int32 Index)
+		{
+			if (Index >= InlineCount)
+			{
+				return CharacterMask(Words[Index]);
+			}
+			if (!(Known & (uint64(1) << Index)))
+			{
+				Masks[Index] = CharacterMask(Words[Index]);
+				Known |= uint64(1) << Index;
+			}
+			return Masks[Index];
+		}
+
+	private:
+		static constexpr int32 InlineCount = 48;
+		const FDistinctKeywords& Words;
+		uint64 Masks[InlineCount];
+		uint64 Known = 0;
+	};
+
 	/**
 	 * Whether two words may be within Limit edits, judged by the characters they hold: each edit brings in at most
 	 * one character the other word lacks, so more missing kinds than the limit rule the pair out without the table.
 	 */
 	bool MayBeWithinEdits(uint64 MaskA, uint64 MaskB, int32 Limit)
 	{
-		return std::popcount(MaskA & ~MaskB) <= Limit && std::popcount(MaskB & ~MaskA) <= Limit;
+		return CountBits(MaskA & ~MaskB) <= Limit && CountBits(MaskB & ~MaskA) <= Limit;
 	}
 
 	/**
@@ -329,6 +371,7 @@ FKeywordSimilarity FAssetOperationBase::CalculateKeywordSimilarity(const TArray<
 	}
 	bool* CandidateMatched = Candidate.Num() > InlineMatched ? HeapCandidateMatched.GetData() : InlineCandidateMatched;
 	float Credit = 0.0f;
+	FLazyCharacterMasks CandidateMasks(Candidate);
 
 	for (int32 RequestedIndex = 0; RequestedIndex < Requested.Num(); ++RequestedIndex)
 	{
@@ -387,7 +430,7 @@ FKeywordSimilarity FAssetOperationBase::CalculateKeywordSimilarity(const TArray<
 		for (int32 Index = 0; Limit > 0 && Index < Candidate.Num(); ++Index)
 		{
 			// Words whose lengths, or whose sets of characters, differ by more than the limit cannot be within it.
-			if (FMath::Abs(Candidate[Index].Len() - Keyword.Len()) > Limit || !MayBeWithinEdits(KeywordMask, CharacterMask(Candidate[Index]), Limit))
+			if (FMath::Abs(Candidate[Index].Len() - Keyword.Len()) > Limit || !MayBeWithinEdits(KeywordMask, CandidateMasks.Get(Index), Limit))
 			{
 				continue;
 			}
