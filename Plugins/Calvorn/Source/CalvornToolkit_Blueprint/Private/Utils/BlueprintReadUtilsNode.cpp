@@ -21,18 +21,18 @@ namespace
 	{
 		if (const UClass* ParentClass = Reference.GetMemberParentClass())
 		{
-			Properties.SetStringField(Key, ParentClass->GetName());
+			Properties.SetField(Key, DocumentValues::Name(ParentClass->GetFName()));
 		}
 	}
 
 	void WriteVariableProperties(FJsonObject& Properties, const UK2Node_Variable& Node)
 	{
-		Properties.SetStringField(TEXT("variable_name"), Node.VariableReference.GetMemberName().ToString());
+		Properties.SetField(TEXT("variable_name"), DocumentValues::Name(Node.VariableReference.GetMemberName()));
 		WriteMemberParentClass(Properties, TEXT("variable_scope"), Node.VariableReference);
 	}
 
 	/** What a node of a known kind adds under "properties"; the first kind the node is decides. */
-	void WriteKindProperties(FJsonObject& Properties, const UEdGraphNode* Node, const FString& MenuTitle, const TSharedPtr<FJsonObject>& Options, int32 Depth, TSet<const UEdGraph*>& VisitedGraphs)
+	void WriteKindProperties(FJsonObject& Properties, const UEdGraphNode* Node, const TSharedPtr<FJsonValue>& MenuTitle, const TSharedPtr<FJsonObject>& Options, int32 Depth, TSet<const UEdGraph*>& VisitedGraphs)
 	{
 		if (const UK2Node_VariableGet* VariableGet = Cast<UK2Node_VariableGet>(Node))
 		{
@@ -46,14 +46,14 @@ namespace
 		}
 		if (const UK2Node_CallFunction* CallFunction = Cast<UK2Node_CallFunction>(Node))
 		{
-			Properties.SetStringField(TEXT("function_name"), CallFunction->GetFunctionName().ToString());
+			Properties.SetField(TEXT("function_name"), DocumentValues::Name(CallFunction->GetFunctionName()));
 			WriteMemberParentClass(Properties, TEXT("function_class"), CallFunction->FunctionReference);
 			Properties.SetBoolField(TEXT("is_pure"), CallFunction->IsNodePure());
 			return;
 		}
 		if (const UK2Node_Event* Event = Cast<UK2Node_Event>(Node))
 		{
-			Properties.SetStringField(TEXT("node_title"), MenuTitle);
+			Properties.SetField(TEXT("node_title"), MenuTitle);
 			WriteMemberParentClass(Properties, TEXT("event_class"), Event->EventReference);
 			return;
 		}
@@ -82,7 +82,15 @@ namespace
 FString FBlueprintReadUtils::GetShortGuid(const FGuid& Guid)
 {
 	// The digits form prints A first as eight upper-case hex digits, so its first seven are A's top 28 bits.
-	return FString::Printf(TEXT("%07X"), Guid.A >> 4);
+	// Written by hand: every node and every link asks for one.
+	static constexpr TCHAR Digits[] = TEXT("0123456789ABCDEF");
+	TCHAR Text[8];
+	for (int32 Index = 0; Index < 7; ++Index)
+	{
+		Text[Index] = Digits[(Guid.A >> (28 - 4 * Index)) & 0xF];
+	}
+	Text[7] = TCHAR(0);
+	return FString(Text);
 }
 
 void FBlueprintReadUtils::ExtractTitleTargetClass(const FString& Title, FString& OutClass)
@@ -102,26 +110,16 @@ TSharedPtr<FJsonObject> FBlueprintReadUtils::ReadNodeInfo(const UEdGraphNode* No
 	TSharedPtr<FJsonObject> NodeObject = MakeShared<FJsonObject>();
 	// Every key a node can carry, with the "pins" its readers add: one allocation for the object's slots.
 	NodeObject->Values.Reserve(10);
-	FString MenuTitle = GetMenuTitle(Node);
-	FString FullTitle = GetNodeTitleString(Node, ENodeTitleType::FullTitle);
-
-	// The target class is worked out the way the editor shows it, first from the title and then from the
-	// tooltip; no key carries it, since the full title already holds the phrase for a client that wants it.
-	FString TargetClass;
-	ExtractTitleTargetClass(FullTitle, TargetClass);
-	if (TargetClass.IsEmpty())
-	{
-		ExtractTitleTargetClass(Node->GetTooltipText().ToString(), TargetClass);
-	}
-
-	NodeObject->SetStringField(TEXT("menu_title"), MenuTitle);
-	NodeObject->SetStringField(TEXT("full_title"), MoveTemp(FullTitle));
+	// No key carries the target class: the full title already holds "Target is ..." for a client that wants it.
+	const TSharedPtr<FJsonValue> MenuTitle = DocumentValues::MenuTitle(Node);
+	NodeObject->SetField(TEXT("menu_title"), MenuTitle);
+	NodeObject->SetStringField(TEXT("full_title"), GetNodeTitleString(Node, ENodeTitleType::FullTitle));
 	if (const UK2Node* K2Node = Cast<UK2Node>(Node))
 	{
 		NodeObject->SetStringField(TEXT("menu_category"), K2Node->GetMenuCategory().ToString());
 	}
-	NodeObject->SetStringField(TEXT("class_name"), Node->GetClass()->GetName());
-	NodeObject->SetStringField(TEXT("node_guid"), GetShortGuid(Node->NodeGuid));
+	NodeObject->SetField(TEXT("class_name"), DocumentValues::Name(Node->GetClass()->GetFName()));
+	NodeObject->SetField(TEXT("node_guid"), DocumentValues::ShortGuid(Node));
 	NodeObject->SetNumberField(TEXT("pos_x"), Node->NodePosX);
 	NodeObject->SetNumberField(TEXT("pos_y"), Node->NodePosY);
 	if (!Node->NodeComment.IsEmpty())
@@ -141,34 +139,7 @@ TSharedPtr<FJsonObject> FBlueprintReadUtils::ReadPinInfo(const UEdGraphPin* Pin,
 	{
 		return nullptr;
 	}
-
-	TSharedPtr<FJsonObject> PinObject = MakeShared<FJsonObject>();
-	PinObject->Values.Reserve(5);
-	PinObject->SetStringField(TEXT("name"), Pin->PinName.ToString());
-	PinObject->SetStringField(TEXT("value"), Pin->DefaultValue);
-	PinObject->SetStringField(TEXT("direction"), Pin->Direction == EGPD_Input ? TEXT("Input") : TEXT("Output"));
-	PinObject->SetObjectField(TEXT("type"), PinTypeToJson(Pin->PinType));
-
-	TArray<TSharedPtr<FJsonValue>> Connections;
-	for (const UEdGraphPin* Linked : Pin->LinkedTo)
-	{
-		const UEdGraphNode* LinkedNode = Linked ? Linked->GetOwningNodeUnchecked() : nullptr;
-		if (!LinkedNode)
-		{
-			continue;
-		}
-		TSharedPtr<FJsonObject> Connection = MakeShared<FJsonObject>();
-		Connection->Values.Reserve(3);
-		Connection->SetStringField(TEXT("node_title"), GetMenuTitle(LinkedNode));
-		Connection->SetStringField(TEXT("node_guid"), GetShortGuid(LinkedNode->NodeGuid));
-		Connection->SetStringField(TEXT("pin_name"), Linked->PinName.ToString());
-		Connections.Add(MakeValue(Connection));
-	}
-	if (Connections.Num() > 0)
-	{
-		PinObject->SetArrayField(TEXT("connections"), MoveTemp(Connections));
-	}
-	return PinObject;
+	return DocumentValues::Pin(*Pin)->AsObject();
 }
 
 namespace UE::CalvornBlueprint::ReadPrivate
@@ -203,9 +174,9 @@ namespace UE::CalvornBlueprint::ReadPrivate
 		PinValues.Reserve(Node->Pins.Num());
 		for (const UEdGraphPin* Pin : Node->Pins)
 		{
-			if (TSharedPtr<FJsonObject> PinObject = FBlueprintReadUtils::ReadPinInfo(Pin, FlowNodes))
+			if (Pin)
 			{
-				PinValues.Add(MakeValue(PinObject));
+				PinValues.Add(DocumentValues::Pin(*Pin));
 			}
 		}
 		NodeObject->SetArrayField(TEXT("pins"), MoveTemp(PinValues));

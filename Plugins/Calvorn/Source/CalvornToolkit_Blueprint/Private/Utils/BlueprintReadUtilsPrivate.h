@@ -6,6 +6,7 @@
 
 class UEdGraph;
 class UEdGraphNode;
+class UEdGraphPin;
 
 namespace Calvorn
 {
@@ -43,7 +44,7 @@ namespace UE::CalvornBlueprint::ReadPrivate
 	 */
 	TSharedPtr<FJsonObject> PinTypeToJson(const FEdGraphPinType& PinType);
 
-	/** Marks the building of one document on this thread; pin type objects are shared until it ends. Nests. */
+	/** Marks the building of one document on this thread; what it computes is shared until it ends. Nests. */
 	class FDocumentScope
 	{
 	public:
@@ -53,9 +54,41 @@ namespace UE::CalvornBlueprint::ReadPrivate
 		FDocumentScope& operator=(const FDocumentScope&) = delete;
 
 	private:
-		struct FPinTypeCache* PreviousCache;
-		struct FPinTypeCache* OwnCache;
+		struct FDocumentCache* PreviousCache;
+		struct FDocumentCache* OwnCache;
 	};
+
+	/**
+	 * The values a document repeats, each made once per document: a read of a large graph names the same
+	 * pin names, types, titles and guids tens of thousands of times. Without an FDocumentScope every call
+	 * makes a fresh value, so callers need not care whether one is open.
+	 */
+	namespace DocumentValues
+	{
+		/** The pin type object, as a value. */
+		TSharedPtr<FJsonValue> PinType(const FEdGraphPinType& PinType);
+
+		/** The name's text. */
+		TSharedPtr<FJsonValue> Name(FName Name);
+
+		/** "Input" or "Output". */
+		TSharedPtr<FJsonValue> Direction(bool bInput);
+
+		/** The node's menu title. */
+		TSharedPtr<FJsonValue> MenuTitle(const UEdGraphNode* Node);
+
+		/** The node's seven-character guid. */
+		TSharedPtr<FJsonValue> ShortGuid(const UEdGraphNode* Node);
+
+		/** A text with no reuse to expect; the empty text is shared. */
+		TSharedPtr<FJsonValue> String(const FString& Text);
+
+		/**
+		 * The pin as its "pins" entry. Inside an FDocumentScope, a pin without links shares its entry with every
+		 * pin alike in name, value, direction and type, and a link's entry naming a pin is made once.
+		 */
+		TSharedPtr<FJsonValue> Pin(const UEdGraphPin& Pin);
+	}
 
 	/** The name of the graph's schema class, or "Unknown" when the graph has none. */
 	FString GetSchemaClassName(const UEdGraph* Graph);

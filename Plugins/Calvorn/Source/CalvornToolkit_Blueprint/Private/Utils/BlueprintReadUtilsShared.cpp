@@ -1,6 +1,7 @@
 #include "BlueprintReadUtilsPrivate.h"
 
 #include "AssetOperationBase.h"
+#include "BlueprintReadUtils.h"
 #include "EdGraph/EdGraph.h"
 #include "EdGraph/EdGraphNode.h"
 #include "EdGraph/EdGraphPin.h"
@@ -47,27 +48,117 @@ namespace UE::CalvornBlueprint::ReadPrivate
 		return FString::Printf(TEXT("Missing required field '%s'"), FieldName);
 	}
 
-	/** What one document computes many times over: pin type objects, and node menu titles that every link repeats. */
-	struct FPinTypeCache
+	/** Pins without links that print alike: same name spelling, default text, direction and type. */
+	struct FLoosePinKey
+	{
+		/** The first pin seen with this content; the graph outlives the document built from it. */
+		const UEdGraphPin* Pin = nullptr;
+		int32 TypeIndex = INDEX_NONE;
+		uint32 Hash = 0;
+
+		bool operator==(const FLoosePinKey& Other) const
+		{
+			// The display index names one exact spelling, so equal indices print equal names.
+			return TypeIndex == Other.TypeIndex
+				&& Pin->Direction == Other.Pin->Direction
+				&& Pin->PinName.GetDisplayIndex() == Other.Pin->PinName.GetDisplayIndex()
+				&& Pin->PinName.GetNumber() == Other.Pin->PinName.GetNumber()
+				&& Pin->DefaultValue.Equals(Other.Pin->DefaultValue, ESearchCase::CaseSensitive);
+		}
+
+		friend uint32 GetTypeHash(const FLoosePinKey& Key)
+		{
+			return Key.Hash;
+		}
+	};
+
+	/** What a node lends to every link that names it. */
+	struct FNodeNaming
+	{
+		FString MenuTitle;
+		TSharedPtr<FJsonValue> MenuTitleValue;
+		TSharedPtr<FJsonValue> ShortGuidValue;
+	};
+
+	/** What one document computes many times over. Its maps are looked up, never iterated, so their order cannot show. */
+	struct FDocumentCache
 	{
 		/** By type; few enough that a linear search wins. */
-		TArray<TPair<FEdGraphPinType, TSharedPtr<FJsonObject>>> Entries;
-		/** Looked up by node, never iterated, so its order cannot show. */
-		TMap<const UEdGraphNode*, FString> MenuTitles;
+		TArray<TPair<FEdGraphPinType, TSharedPtr<FJsonValue>>> PinTypes;
+		TMap<const UEdGraphNode*, FNodeNaming> Nodes;
+		/** By display index and number, which fix the spelling. */
+		TMap<uint64, TSharedPtr<FJsonValue>> Names;
+		/** A link's entry, by the pin it names. */
+		TMap<const UEdGraphPin*, TSharedPtr<FJsonValue>> Connections;
+		TMap<FLoosePinKey, TSharedPtr<FJsonValue>> LoosePins;
+		TSharedPtr<FJsonValue> Input;
+		TSharedPtr<FJsonValue> Output;
+		TSharedPtr<FJsonValue> Empty;
 	};
 
 	namespace
 	{
-		thread_local FPinTypeCache* ActivePinTypeCache = nullptr;
+		thread_local FDocumentCache* ActiveDocumentCache = nullptr;
+
+		// Keys of the pin and link entries, made once rather than from their literals for every field.
+		const FString NameKey(TEXT("name"));
+		const FString ValueKey(TEXT("value"));
+		const FString DirectionKey(TEXT("direction"));
+		const FString TypeKey(TEXT("type"));
+		const FString ConnectionsKey(TEXT("connections"));
+		const FString NodeTitleKey(TEXT("node_title"));
+		const FString NodeGuidKey(TEXT("node_guid"));
+		const FString PinNameKey(TEXT("pin_name"));
+
+		TSharedPtr<FJsonValue> MakeStringValue(FString&& Text)
+		{
+			return MakeShared<FJsonValueString>(MoveTemp(Text));
+		}
+
+		/** Index of the type in the cache, added when new. */
+		int32 FindOrAddPinType(FDocumentCache& Cache, const FEdGraphPinType& PinType)
+		{
+			for (int32 Index = 0; Index < Cache.PinTypes.Num(); ++Index)
+			{
+				if (Cache.PinTypes[Index].Key == PinType)
+				{
+					return Index;
+				}
+			}
+			Cache.PinTypes.Emplace(PinType, MakeValue(FAssetOperationBase::ConvertEdGraphPinTypeToJson(PinType)));
+			return Cache.PinTypes.Num() - 1;
+		}
+
+		FNodeNaming& FindOrAddNaming(FDocumentCache& Cache, const UEdGraphNode* Node)
+		{
+			if (FNodeNaming* Known = Cache.Nodes.Find(Node))
+			{
+				return *Known;
+			}
+			FNodeNaming Naming;
+			Naming.MenuTitle = GetNodeTitleString(Node, ENodeTitleType::MenuTitle);
+			return Cache.Nodes.Add(Node, MoveTemp(Naming));
+		}
+
+		/** A link's entry naming Linked, a pin of LinkedNode. */
+		TSharedPtr<FJsonObject> MakeConnection(const UEdGraphPin& Linked, const UEdGraphNode* LinkedNode)
+		{
+			TSharedPtr<FJsonObject> Connection = MakeShared<FJsonObject>();
+			Connection->Values.Reserve(3);
+			Connection->SetField(NodeTitleKey, DocumentValues::MenuTitle(LinkedNode));
+			Connection->SetField(NodeGuidKey, DocumentValues::ShortGuid(LinkedNode));
+			Connection->SetField(PinNameKey, DocumentValues::Name(Linked.PinName));
+			return Connection;
+		}
 	}
 
 	FDocumentScope::FDocumentScope()
-		: PreviousCache(ActivePinTypeCache)
-		, OwnCache(ActivePinTypeCache ? nullptr : new FPinTypeCache())
+		: PreviousCache(ActiveDocumentCache)
+		, OwnCache(ActiveDocumentCache ? nullptr : new FDocumentCache())
 	{
 		if (OwnCache)
 		{
-			ActivePinTypeCache = OwnCache;
+			ActiveDocumentCache = OwnCache;
 		}
 	}
 
@@ -75,48 +166,170 @@ namespace UE::CalvornBlueprint::ReadPrivate
 	{
 		if (OwnCache)
 		{
-			ActivePinTypeCache = PreviousCache;
+			ActiveDocumentCache = PreviousCache;
 			delete OwnCache;
 		}
 	}
 
 	TSharedPtr<FJsonObject> PinTypeToJson(const FEdGraphPinType& PinType)
 	{
-		FPinTypeCache* Cache = ActivePinTypeCache;
+		FDocumentCache* Cache = ActiveDocumentCache;
 		if (!Cache)
 		{
 			return FAssetOperationBase::ConvertEdGraphPinTypeToJson(PinType);
 		}
-		for (const TPair<FEdGraphPinType, TSharedPtr<FJsonObject>>& Entry : Cache->Entries)
+		return Cache->PinTypes[FindOrAddPinType(*Cache, PinType)].Value->AsObject();
+	}
+
+	FString GetMenuTitle(const UEdGraphNode* Node)
+	{
+		FDocumentCache* Cache = ActiveDocumentCache;
+		return Cache ? FindOrAddNaming(*Cache, Node).MenuTitle : GetNodeTitleString(Node, ENodeTitleType::MenuTitle);
+	}
+
+	TSharedPtr<FJsonValue> DocumentValues::PinType(const FEdGraphPinType& PinType)
+	{
+		FDocumentCache* Cache = ActiveDocumentCache;
+		return Cache ? Cache->PinTypes[FindOrAddPinType(*Cache, PinType)].Value : MakeValue(FAssetOperationBase::ConvertEdGraphPinTypeToJson(PinType));
+	}
+
+	TSharedPtr<FJsonValue> DocumentValues::Name(FName Name)
+	{
+		FDocumentCache* Cache = ActiveDocumentCache;
+		if (!Cache)
 		{
-			if (Entry.Key == PinType)
+			return MakeStringValue(Name.ToString());
+		}
+		const uint64 Key = (static_cast<uint64>(Name.GetDisplayIndex()) << 32) | static_cast<uint32>(Name.GetNumber());
+		if (const TSharedPtr<FJsonValue>* Known = Cache->Names.Find(Key))
+		{
+			return *Known;
+		}
+		return Cache->Names.Add(Key, MakeStringValue(Name.ToString()));
+	}
+
+	TSharedPtr<FJsonValue> DocumentValues::Direction(bool bInput)
+	{
+		FDocumentCache* Cache = ActiveDocumentCache;
+		const TCHAR* Word = bInput ? TEXT("Input") : TEXT("Output");
+		if (!Cache)
+		{
+			return MakeStringValue(FString(Word));
+		}
+		TSharedPtr<FJsonValue>& Value = bInput ? Cache->Input : Cache->Output;
+		if (!Value)
+		{
+			Value = MakeStringValue(FString(Word));
+		}
+		return Value;
+	}
+
+	TSharedPtr<FJsonValue> DocumentValues::MenuTitle(const UEdGraphNode* Node)
+	{
+		FDocumentCache* Cache = ActiveDocumentCache;
+		if (!Cache)
+		{
+			return MakeStringValue(GetNodeTitleString(Node, ENodeTitleType::MenuTitle));
+		}
+		FNodeNaming& Naming = FindOrAddNaming(*Cache, Node);
+		if (!Naming.MenuTitleValue)
+		{
+			Naming.MenuTitleValue = MakeValue(Naming.MenuTitle);
+		}
+		return Naming.MenuTitleValue;
+	}
+
+	TSharedPtr<FJsonValue> DocumentValues::ShortGuid(const UEdGraphNode* Node)
+	{
+		FDocumentCache* Cache = ActiveDocumentCache;
+		if (!Cache)
+		{
+			return MakeStringValue(FBlueprintReadUtils::GetShortGuid(Node->NodeGuid));
+		}
+		FNodeNaming& Naming = FindOrAddNaming(*Cache, Node);
+		if (!Naming.ShortGuidValue)
+		{
+			Naming.ShortGuidValue = MakeStringValue(FBlueprintReadUtils::GetShortGuid(Node->NodeGuid));
+		}
+		return Naming.ShortGuidValue;
+	}
+
+	TSharedPtr<FJsonValue> DocumentValues::String(const FString& Text)
+	{
+		FDocumentCache* Cache = ActiveDocumentCache;
+		if (Cache && Text.IsEmpty())
+		{
+			if (!Cache->Empty)
 			{
-				return Entry.Value;
+				Cache->Empty = MakeStringValue(FString());
+			}
+			return Cache->Empty;
+		}
+		return MakeValue(Text);
+	}
+
+	TSharedPtr<FJsonValue> DocumentValues::Pin(const UEdGraphPin& Pin)
+	{
+		FDocumentCache* Cache = ActiveDocumentCache;
+		FLoosePinKey LooseKey;
+		if (Cache && Pin.LinkedTo.Num() == 0)
+		{
+			LooseKey.Pin = &Pin;
+			LooseKey.TypeIndex = FindOrAddPinType(*Cache, Pin.PinType);
+			LooseKey.Hash = HashCombineFast(HashCombineFast(GetTypeHash(Pin.PinName), GetTypeHash(Pin.DefaultValue)), static_cast<uint32>(LooseKey.TypeIndex) * 2 + (Pin.Direction == EGPD_Input ? 1 : 0));
+			if (const TSharedPtr<FJsonValue>* Known = Cache->LoosePins.Find(LooseKey))
+			{
+				return *Known;
 			}
 		}
-		TSharedPtr<FJsonObject> Json = FAssetOperationBase::ConvertEdGraphPinTypeToJson(PinType);
-		Cache->Entries.Emplace(PinType, Json);
-		return Json;
+
+		TSharedPtr<FJsonObject> PinObject = MakeShared<FJsonObject>();
+		PinObject->Values.Reserve(5);
+		PinObject->SetField(NameKey, Name(Pin.PinName));
+		PinObject->SetField(ValueKey, String(Pin.DefaultValue));
+		PinObject->SetField(DirectionKey, Direction(Pin.Direction == EGPD_Input));
+		PinObject->SetField(TypeKey, LooseKey.Pin ? Cache->PinTypes[LooseKey.TypeIndex].Value : PinType(Pin.PinType));
+
+		TArray<TSharedPtr<FJsonValue>> Connections;
+		Connections.Reserve(Pin.LinkedTo.Num());
+		for (const UEdGraphPin* Linked : Pin.LinkedTo)
+		{
+			const UEdGraphNode* LinkedNode = Linked ? Linked->GetOwningNodeUnchecked() : nullptr;
+			if (!LinkedNode)
+			{
+				continue;
+			}
+			if (!Cache)
+			{
+				Connections.Add(MakeValue(MakeConnection(*Linked, LinkedNode)));
+				continue;
+			}
+			if (const TSharedPtr<FJsonValue>* Known = Cache->Connections.Find(Linked))
+			{
+				Connections.Add(*Known);
+				continue;
+			}
+			TSharedPtr<FJsonValue> Connection = MakeValue(MakeConnection(*Linked, LinkedNode));
+			Cache->Connections.Add(Linked, Connection);
+			Connections.Add(MoveTemp(Connection));
+		}
+		if (Connections.Num() > 0)
+		{
+			PinObject->SetArrayField(ConnectionsKey, MoveTemp(Connections));
+		}
+
+		TSharedPtr<FJsonValue> Value = MakeValue(PinObject);
+		if (LooseKey.Pin)
+		{
+			Cache->LoosePins.Add(LooseKey, Value);
+		}
+		return Value;
 	}
 
 	FString GetSchemaClassName(const UEdGraph* Graph)
 	{
 		const UEdGraphSchema* Schema = Graph ? Graph->GetSchema() : nullptr;
 		return Schema ? Schema->GetClass()->GetName() : FString(TEXT("Unknown"));
-	}
-
-	FString GetMenuTitle(const UEdGraphNode* Node)
-	{
-		FPinTypeCache* Cache = ActivePinTypeCache;
-		if (!Cache)
-		{
-			return GetNodeTitleString(Node, ENodeTitleType::MenuTitle);
-		}
-		if (const FString* Known = Cache->MenuTitles.Find(Node))
-		{
-			return *Known;
-		}
-		return Cache->MenuTitles.Add(Node, GetNodeTitleString(Node, ENodeTitleType::MenuTitle));
 	}
 
 	FString GetNodeTitleString(const UEdGraphNode* Node, int32 TitleType)
