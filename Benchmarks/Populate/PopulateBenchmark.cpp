@@ -8,6 +8,7 @@
 
 #include "AssetOperationBase.h"
 #include "BlueprintUtils.h"
+#include "Engine/Blueprint.h"
 #include "CalvornToolkitModule.h"
 #include "Dom/JsonObject.h"
 #include "Dom/JsonValue.h"
