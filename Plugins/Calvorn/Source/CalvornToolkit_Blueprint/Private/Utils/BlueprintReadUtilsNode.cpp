@@ -16,8 +16,26 @@ using namespace UE::CalvornBlueprint::ReadPrivate;
 
 namespace
 {
+	// Keys written for every node, made once rather than from their literals for each field.
+	const FString VariableNameKey(TEXT("variable_name"));
+	const FString FunctionNameKey(TEXT("function_name"));
+	const FString FunctionClassKey(TEXT("function_class"));
+	const FString VariableScopeKey(TEXT("variable_scope"));
+	const FString EventClassKey(TEXT("event_class"));
+	const FString IsPureKey(TEXT("is_pure"));
+	const FString NodeTitleKey(TEXT("node_title"));
+	const FString MenuTitleKey(TEXT("menu_title"));
+	const FString FullTitleKey(TEXT("full_title"));
+	const FString MenuCategoryKey(TEXT("menu_category"));
+	const FString ClassNameKey(TEXT("class_name"));
+	const FString NodeGuidKey(TEXT("node_guid"));
+	const FString PosXKey(TEXT("pos_x"));
+	const FString PosYKey(TEXT("pos_y"));
+	const FString PropertiesKey(TEXT("properties"));
+	const FString PinsKey(TEXT("pins"));
+
 	/** "<key>": name of the reference's parent class, written only when the reference names a class. */
-	void WriteMemberParentClass(FJsonObject& Properties, const TCHAR* Key, const FMemberReference& Reference)
+	void WriteMemberParentClass(FJsonObject& Properties, const FString& Key, const FMemberReference& Reference)
 	{
 		if (const UClass* ParentClass = Reference.GetMemberParentClass())
 		{
@@ -27,8 +45,8 @@ namespace
 
 	void WriteVariableProperties(FJsonObject& Properties, const UK2Node_Variable& Node)
 	{
-		Properties.SetField(TEXT("variable_name"), DocumentValues::Name(Node.VariableReference.GetMemberName()));
-		WriteMemberParentClass(Properties, TEXT("variable_scope"), Node.VariableReference);
+		Properties.SetField(VariableNameKey, DocumentValues::Name(Node.VariableReference.GetMemberName()));
+		WriteMemberParentClass(Properties, VariableScopeKey, Node.VariableReference);
 	}
 
 	/** What a node of a known kind adds under "properties"; the first kind the node is decides. */
@@ -46,15 +64,15 @@ namespace
 		}
 		if (const UK2Node_CallFunction* CallFunction = Cast<UK2Node_CallFunction>(Node))
 		{
-			Properties.SetField(TEXT("function_name"), DocumentValues::Name(CallFunction->GetFunctionName()));
-			WriteMemberParentClass(Properties, TEXT("function_class"), CallFunction->FunctionReference);
-			Properties.SetBoolField(TEXT("is_pure"), CallFunction->IsNodePure());
+			Properties.SetField(FunctionNameKey, DocumentValues::Name(CallFunction->GetFunctionName()));
+			WriteMemberParentClass(Properties, FunctionClassKey, CallFunction->FunctionReference);
+			Properties.SetBoolField(IsPureKey, CallFunction->IsNodePure());
 			return;
 		}
 		if (const UK2Node_Event* Event = Cast<UK2Node_Event>(Node))
 		{
-			Properties.SetField(TEXT("node_title"), MenuTitle);
-			WriteMemberParentClass(Properties, TEXT("event_class"), Event->EventReference);
+			Properties.SetField(NodeTitleKey, MenuTitle);
+			WriteMemberParentClass(Properties, EventClassKey, Event->EventReference);
 			return;
 		}
 		if (const UK2Node_Literal* Literal = Cast<UK2Node_Literal>(Node))
@@ -112,16 +130,16 @@ TSharedPtr<FJsonObject> FBlueprintReadUtils::ReadNodeInfo(const UEdGraphNode* No
 	NodeObject->Values.Reserve(10);
 	// No key carries the target class: the full title already holds "Target is ..." for a client that wants it.
 	const TSharedPtr<FJsonValue> MenuTitle = DocumentValues::MenuTitle(Node);
-	NodeObject->SetField(TEXT("menu_title"), MenuTitle);
-	NodeObject->SetStringField(TEXT("full_title"), GetNodeTitleString(Node, ENodeTitleType::FullTitle));
+	NodeObject->SetField(MenuTitleKey, MenuTitle);
+	NodeObject->SetStringField(FullTitleKey, GetNodeTitleString(Node, ENodeTitleType::FullTitle));
 	if (const UK2Node* K2Node = Cast<UK2Node>(Node))
 	{
-		NodeObject->SetStringField(TEXT("menu_category"), K2Node->GetMenuCategory().ToString());
+		NodeObject->SetStringField(MenuCategoryKey, K2Node->GetMenuCategory().ToString());
 	}
-	NodeObject->SetField(TEXT("class_name"), DocumentValues::Name(Node->GetClass()->GetFName()));
-	NodeObject->SetField(TEXT("node_guid"), DocumentValues::ShortGuid(Node));
-	NodeObject->SetNumberField(TEXT("pos_x"), Node->NodePosX);
-	NodeObject->SetNumberField(TEXT("pos_y"), Node->NodePosY);
+	NodeObject->SetField(ClassNameKey, DocumentValues::Name(Node->GetClass()->GetFName()));
+	NodeObject->SetField(NodeGuidKey, DocumentValues::ShortGuid(Node));
+	NodeObject->SetNumberField(PosXKey, Node->NodePosX);
+	NodeObject->SetNumberField(PosYKey, Node->NodePosY);
 	if (!Node->NodeComment.IsEmpty())
 	{
 		NodeObject->SetStringField(TEXT("comment"), Node->NodeComment);
@@ -129,7 +147,7 @@ TSharedPtr<FJsonObject> FBlueprintReadUtils::ReadNodeInfo(const UEdGraphNode* No
 
 	TSharedPtr<FJsonObject> Properties = MakeShared<FJsonObject>();
 	WriteKindProperties(*Properties, Node, MenuTitle, Options, Depth, VisitedGraphs);
-	NodeObject->SetObjectField(TEXT("properties"), Properties);
+	NodeObject->SetObjectField(PropertiesKey, Properties);
 	return NodeObject;
 }
 
@@ -179,7 +197,7 @@ namespace UE::CalvornBlueprint::ReadPrivate
 				PinValues.Add(DocumentValues::Pin(*Pin));
 			}
 		}
-		NodeObject->SetArrayField(TEXT("pins"), MoveTemp(PinValues));
+		NodeObject->SetArrayField(PinsKey, MoveTemp(PinValues));
 		return NodeObject;
 	}
 }
