@@ -1022,6 +1022,13 @@ void FKismetCompilerContext::ValidateNode(const UEdGraphNode* Node) const
 		}
 	}
 	Node->ValidateNodeDuringCompilation(MessageLog);
+	// Pins and links follow the K2 rules only in graphs that run as script; a state machine's states and transitions
+	// are wired by their own schema (a state takes any number of incoming transitions) and checked by their nodes.
+	const UEdGraph* Graph = Node->GetGraph();
+	if (Graph && Graph->GetSchema() && !Graph->GetSchema()->IsA<UEdGraphSchema_K2>())
+	{
+		return;
+	}
 	for (const UEdGraphPin* Pin : Node->Pins)
 	{
 		ValidatePin(Pin);

@@ -395,7 +395,7 @@ TEST_F(PackageSaveLoadTest, BadFilesFailWithTheFileAndTheReasonAndAreNeverOverwr
 		{Header + TEXT("\t\"things\": []\n}\n"), "it has no \"objects\" array."},
 		{Objects(TEXT("3")), "entry 0 of \"objects\" is not a JSON object."},
 		{Objects(TEXT("{\"name\": \"Broken\"}")), "object entry 0 lacks one of the strings \"name\", \"class\", \"outer\" and \"flags\"."},
-		{Objects(TEXT("{\"name\": \"Bro ken\", \"class\": \"/Script/PackageTests.PackageTestAsset\", \"outer\": \"\", \"flags\": \"\"}")), "object entry 0 has the invalid name \"Bro ken\"."},
+		{Objects(TEXT("{\"name\": \"Bro.ken\", \"class\": \"/Script/PackageTests.PackageTestAsset\", \"outer\": \"\", \"flags\": \"\"}")), "object entry 0 has the invalid name \"Bro.ken\"."},
 		{Objects(TEXT("{\"name\": \"Broken\", \"class\": \"/Script/Nowhere.Nothing\", \"outer\": \"\", \"flags\": \"\"}")), "object 'Broken': its class '/Script/Nowhere.Nothing' does not exist."},
 		{Objects(TEXT("{\"name\": \"Lid\", \"class\": \"/Script/PackageTests.PackageTestPart\", \"outer\": \"Missing\", \"flags\": \"\"}")), "object 'Lid': its outer 'Missing' is not an earlier object of the package."},
 		{Objects(TEXT("{\"name\": \"Broken\", \"class\": \"/Script/PackageTests.PackageTestAsset\", \"outer\": \"\", \"flags\": \"RF_Public|RF_Bogus\"}")), "object 'Broken': 'RF_Bogus' is not a flag a package keeps."},

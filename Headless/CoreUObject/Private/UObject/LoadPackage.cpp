@@ -170,8 +170,11 @@ namespace
 					Errors.Add(FString::Printf(TEXT("object entry %d lacks one of the strings \"name\", \"class\", \"outer\" and \"flags\""), Index));
 					continue;
 				}
-				FText NameReason;
-				if (Name.IsEmpty() || !IsValidObjectName(FName(Name), NameReason))
+				// The editor renames objects freely ("New State Machine" is a graph's name), so only what would break the
+				// paths that tie entries to their outers is refused here: separators and line breaks.
+				int32 SeparatorIndex = INDEX_NONE;
+				if (Name.IsEmpty() || Name.FindChar(TEXT('.'), SeparatorIndex) || Name.FindChar(TEXT(':'), SeparatorIndex) || Name.FindChar(TEXT('/'), SeparatorIndex)
+					|| Name.FindChar(TEXT('\n'), SeparatorIndex) || Name.FindChar(TEXT('\r'), SeparatorIndex))
 				{
 					Errors.Add(FString::Printf(TEXT("object entry %d has the invalid name \"%s\""), Index, *Name));
 					continue;

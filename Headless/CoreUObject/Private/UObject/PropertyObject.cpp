@@ -133,10 +133,18 @@ bool FObjectPropertyBase::ParseObjectPropertyValue(const FProperty* Property, UO
 	SkipWhitespace(Buffer);
 	if (*Buffer == TEXT('\''))
 	{
-		// Class'Path': the class is only decoration; the property's class decides.
+		// Class'Path': the class is only decoration; the property's class decides. The path runs to the closing quote,
+		// spaces included, since the editor names objects freely ("New State Machine").
 		Token.Reset();
-		Buffer = ReadToken(Buffer + 1, Token, true);
-		if (!Buffer || *Buffer != TEXT('\''))
+		const TCHAR* PathStart = Buffer + 1;
+		const TCHAR* PathEnd = PathStart;
+		while (*PathEnd && *PathEnd != TEXT('\'') && *PathEnd != TEXT('\n'))
+		{
+			++PathEnd;
+		}
+		Token = FString::ConstructFromPtrSize(PathStart, static_cast<int32>(PathEnd - PathStart));
+		Buffer = PathEnd;
+		if (Token.IsEmpty() || *Buffer != TEXT('\''))
 		{
 			ReportImportError(ErrorText, FString::Printf(TEXT("%s: unterminated object path in '%s'"), Property ? *Property->GetName() : TEXT("property"), InBuffer));
 			Buffer = nullptr;
