@@ -394,7 +394,8 @@ FKeywordSimilarity FAssetOperationBase::CalculateKeywordSimilarity(const TArray<
 			for (int32 Last = First; Last < Candidate.Num(); ++Last)
 			{
 				const FString& Part = Candidate[Last];
-				if (Part.IsEmpty() || Offset + Part.Len() > Keyword.Len() || FCString::Strnicmp(*Keyword + Offset, *Part, Part.Len()) != 0)
+				if (Part.IsEmpty() || Offset + Part.Len() > Keyword.Len() || FChar::ToLower(Keyword[Offset]) != FChar::ToLower(Part[0])
+					|| FCString::Strnicmp(*Keyword + Offset, *Part, Part.Len()) != 0)
 				{
 					break;
 				}
