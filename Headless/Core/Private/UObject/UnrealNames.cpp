@@ -312,17 +312,23 @@ namespace
 	/** Short words written in lower case when they start a word after the first one. */
 	bool StartsWithJoiningWord(const FString& Text, int32 Index)
 	{
-		static const TCHAR* const JoiningWords[] = {
-			TEXT("In"), TEXT("As"), TEXT("To"), TEXT("Or"), TEXT("At"), TEXT("On"), TEXT("If"), TEXT("Be"),
-			TEXT("By"), TEXT("The"), TEXT("For"), TEXT("And"), TEXT("With"), TEXT("When"), TEXT("From"),
+		struct FJoiningWord
+		{
+			const TCHAR* Text;
+			int32 Length;
+		};
+		static constexpr FJoiningWord JoiningWords[] = {
+			{TEXT("In"), 2}, {TEXT("As"), 2}, {TEXT("To"), 2}, {TEXT("Or"), 2}, {TEXT("At"), 2}, {TEXT("On"), 2}, {TEXT("If"), 2}, {TEXT("Be"), 2},
+			{TEXT("By"), 2}, {TEXT("The"), 3}, {TEXT("For"), 3}, {TEXT("And"), 3}, {TEXT("With"), 4}, {TEXT("When"), 4}, {TEXT("From"), 4},
 		};
 		const int32 Remaining = Text.Len() - Index;
-		for (const TCHAR* Word : JoiningWords)
+		const TCHAR First = Text[Index];
+		for (const FJoiningWord& Word : JoiningWords)
 		{
-			const int32 WordLength = FCString::Strlen(Word);
+			// Titles are made for every node a tool reads: the first letter rules out most words at once.
 			// The word must be followed by something that does not continue it ("In" is not the start of "Instance"),
 			// and must not end the text.
-			if (Remaining > WordLength && !FChar::IsLower(Text[Index + WordLength]) && FCString::Strncmp(*Text + Index, Word, WordLength) == 0)
+			if (Word.Text[0] == First && Remaining > Word.Length && !FChar::IsLower(Text[Index + Word.Length]) && FCString::Strncmp(*Text + Index, Word.Text, Word.Length) == 0)
 			{
 				return true;
 			}
