@@ -3,6 +3,7 @@
 // Blueprint, saving its package and loading it back (which compiles it again, as the editor does on load). Each step
 // is timed on its own, in milliseconds. The project lives in a temporary folder removed at exit.
 
+#include "../Common/BenchmarkPackages.h"
 #include "../Common/BenchmarkProject.h"
 #include "AnimGraphNode_StateMachineBase.h"
 #include "AnimStateNode.h"
@@ -33,6 +34,10 @@ namespace
 	const TCHAR* const PackageName = TEXT("/Game/Bench/ABP_StateBench");
 	const TCHAR* const AssetName = TEXT("ABP_StateBench");
 	using UE::Benchmarks::FBenchProject;
+	using UE::Benchmarks::ForgetPackage;
+	using UE::Benchmarks::PackageFile;
+	using UE::Benchmarks::SaveAssetPackage;
+	using UE::Benchmarks::TimePackageLoads;
 
 	template <typename NodeType>
 	NodeType* Place(UEdGraph* Graph, int32 X, int32 Y)
@@ -45,31 +50,9 @@ namespace
 		return Node;
 	}
 
-	FString PackageFile()
-	{
-		return FPackageName::LongPackageNameToFilename(PackageName, TEXT(".uasset"));
-	}
-
-	void Unload(UPackage* Package)
-	{
-		TArray<UObject*> Inner;
-		GetObjectsWithOuter(Package, Inner, true);
-		for (UObject* Object : Inner)
-		{
-			Object->ClearFlags(RF_Standalone);
-			Object->MarkAsGarbage();
-		}
-		Package->MarkAsGarbage();
-		CollectGarbage(RF_NoFlags);
-	}
-
 	void UnloadBench()
 	{
-		if (UPackage* Package = FindObject<UPackage>(nullptr, PackageName))
-		{
-			Unload(Package);
-		}
-		IFileManager::Get().Delete(*PackageFile());
+		ForgetPackage(PackageName);
 	}
 
 	UAnimBlueprint* MakeBlueprint()
@@ -239,13 +222,12 @@ namespace
 		}
 		for (auto _ : State)
 		{
-			if (!UPackage::Save(Blueprint->GetPackage(), Blueprint, *PackageFile(), FSavePackageArgs()).IsSuccessful())
+			if (!SaveAssetPackage(State, Blueprint))
 			{
-				State.SkipWithError(TCHAR_TO_UTF8(*UE::Headless::GetLastPackageError()));
 				return;
 			}
 		}
-		State.counters["bytes"] = double(IFileManager::Get().FileSize(*PackageFile()));
+		State.counters["bytes"] = double(IFileManager::Get().FileSize(*PackageFile(PackageName)));
 	}
 	BENCHMARK(BM_SaveAnimBlueprint)->Unit(benchmark::kMillisecond);
 
@@ -260,30 +242,17 @@ namespace
 		{
 			return;
 		}
-		if (!UPackage::Save(Blueprint->GetPackage(), Blueprint, *PackageFile(), FSavePackageArgs()).IsSuccessful())
+		if (!SaveAssetPackage(State, Blueprint))
 		{
-			State.SkipWithError(TCHAR_TO_UTF8(*UE::Headless::GetLastPackageError()));
 			return;
 		}
-		int32 Transitions = 0;
-		for (auto _ : State)
-		{
-			State.PauseTiming();
-			if (UPackage* Loaded = FindObject<UPackage>(nullptr, PackageName))
-			{
-				Unload(Loaded);
-			}
-			State.ResumeTiming();
-			UPackage* Package = LoadPackage(nullptr, PackageName, LOAD_None);
-			if (!Package)
-			{
-				State.SkipWithError(TCHAR_TO_UTF8(*UE::Headless::GetLastPackageError()));
-				return;
-			}
-			State.PauseTiming();
+		const int32 Transitions = TimePackageLoads(State, PackageName, [](UPackage* Package) {
 			const UAnimBlueprint* Loaded = FindObject<UAnimBlueprint>(Package, AssetName);
-			Transitions = Loaded ? CountTransitions(*Loaded) : 0;
-			State.ResumeTiming();
+			return Loaded ? CountTransitions(*Loaded) : 0;
+		});
+		if (Transitions < 0)
+		{
+			return;
 		}
 		if (Transitions != 2 * NumStates)
 		{

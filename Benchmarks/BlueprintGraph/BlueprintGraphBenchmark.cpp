@@ -8,6 +8,7 @@
 #include "GameFramework/Actor.h"
 #include "HAL/FileManager.h"
 #include "HAL/PlatformMisc.h"
+#include "../Common/BenchmarkPackages.h"
 #include "../Common/BenchmarkProject.h"
 #include "K2Node_CallFunction.h"
 #include "K2Node_DynamicCast.h"
@@ -40,6 +41,10 @@ namespace
 	constexpr int32 NumNodes = 2000;
 	const TCHAR* const PackageName = TEXT("/Game/Bench/BP_GraphBench");
 	using UE::Benchmarks::FBenchProject;
+	using UE::Benchmarks::ForgetPackage;
+	using UE::Benchmarks::PackageFile;
+	using UE::Benchmarks::SaveAssetPackage;
+	using UE::Benchmarks::TimePackageLoads;
 
 
 	UFunction* LibraryFunction(const TCHAR* Library, const TCHAR* Function)
@@ -151,31 +156,10 @@ namespace
 		return Links;
 	}
 
-	void Unload(UPackage* Package)
-	{
-		TArray<UObject*> Inner;
-		GetObjectsWithOuter(Package, Inner, true);
-		for (UObject* Object : Inner)
-		{
-			Object->MarkAsGarbage();
-		}
-		Package->MarkAsGarbage();
-		CollectGarbage(RF_NoFlags);
-	}
-
-	FString PackageFile()
-	{
-		return FPackageName::LongPackageNameToFilename(PackageName, TEXT(".uasset"));
-	}
-
 	/** Forgets the bench package and its file, so that each run starts from nothing. */
 	void UnloadBench()
 	{
-		if (UPackage* Package = FindObject<UPackage>(nullptr, PackageName))
-		{
-			Unload(Package);
-		}
-		IFileManager::Get().Delete(*PackageFile());
+		ForgetPackage(PackageName);
 	}
 
 	bool CheckProject(benchmark::State& State)
@@ -249,13 +233,12 @@ namespace
 		WireGraph(*Blueprint->UbergraphPages[0]);
 		for (auto _ : State)
 		{
-			if (!UPackage::Save(Blueprint->GetPackage(), Blueprint, *PackageFile(), FSavePackageArgs()).IsSuccessful())
+			if (!SaveAssetPackage(State, Blueprint))
 			{
-				State.SkipWithError(TCHAR_TO_UTF8(*UE::Headless::GetLastPackageError()));
 				return;
 			}
 		}
-		const int64 Bytes = IFileManager::Get().FileSize(*PackageFile());
+		const int64 Bytes = IFileManager::Get().FileSize(*PackageFile(PackageName));
 		State.counters["bytes"] = double(Bytes);
 		State.counters["bytes_per_node"] = double(Bytes) / NumNodes;
 	}
@@ -271,30 +254,17 @@ namespace
 		UBlueprint* Blueprint = MakeBlueprint();
 		FillGraph(*Blueprint->UbergraphPages[0]);
 		WireGraph(*Blueprint->UbergraphPages[0]);
-		if (!UPackage::Save(Blueprint->GetPackage(), Blueprint, *PackageFile(), FSavePackageArgs()).IsSuccessful())
+		if (!SaveAssetPackage(State, Blueprint))
 		{
-			State.SkipWithError(TCHAR_TO_UTF8(*UE::Headless::GetLastPackageError()));
 			return;
 		}
-		int32 Loaded = 0;
-		for (auto _ : State)
-		{
-			State.PauseTiming();
-			if (UPackage* Loaded = FindObject<UPackage>(nullptr, PackageName))
-			{
-				Unload(Loaded);
-			}
-			State.ResumeTiming();
-			UPackage* Package = LoadPackage(nullptr, PackageName, LOAD_None);
-			if (!Package)
-			{
-				State.SkipWithError(TCHAR_TO_UTF8(*UE::Headless::GetLastPackageError()));
-				return;
-			}
-			State.PauseTiming();
+		const int32 Loaded = TimePackageLoads(State, PackageName, [](UPackage* Package) {
 			UBlueprint* LoadedBlueprint = FindObject<UBlueprint>(Package, TEXT("BP_GraphBench"));
-			Loaded = LoadedBlueprint ? LoadedBlueprint->UbergraphPages[0]->Nodes.Num() : 0;
-			State.ResumeTiming();
+			return LoadedBlueprint ? LoadedBlueprint->UbergraphPages[0]->Nodes.Num() : 0;
+		});
+		if (Loaded < 0)
+		{
+			return;
 		}
 		if (Loaded != NumNodes)
 		{

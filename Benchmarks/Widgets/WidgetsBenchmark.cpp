@@ -3,6 +3,7 @@
 // editor does on load). Each step is timed on its own, in milliseconds. The project lives in a temporary folder
 // removed at exit.
 
+#include "../Common/BenchmarkPackages.h"
 #include "../Common/BenchmarkProject.h"
 #include "Animation/WidgetAnimation.h"
 #include "Blueprint/UserWidget.h"
@@ -44,32 +45,14 @@ namespace
 	const TCHAR* const PackageName = TEXT("/Game/Bench/WBP_WidgetBench");
 	const TCHAR* const AssetName = TEXT("WBP_WidgetBench");
 	using UE::Benchmarks::FBenchProject;
-
-	void Unload(UPackage* Package)
-	{
-		TArray<UObject*> Inner;
-		GetObjectsWithOuter(Package, Inner, true);
-		for (UObject* Object : Inner)
-		{
-			Object->ClearFlags(RF_Standalone);
-			Object->MarkAsGarbage();
-		}
-		Package->MarkAsGarbage();
-		CollectGarbage(RF_NoFlags);
-	}
-
-	FString PackageFile()
-	{
-		return FPackageName::LongPackageNameToFilename(PackageName, TEXT(".uasset"));
-	}
+	using UE::Benchmarks::ForgetPackage;
+	using UE::Benchmarks::PackageFile;
+	using UE::Benchmarks::SaveAssetPackage;
+	using UE::Benchmarks::TimePackageLoads;
 
 	void UnloadBench()
 	{
-		if (UPackage* Package = FindObject<UPackage>(nullptr, PackageName))
-		{
-			Unload(Package);
-		}
-		IFileManager::Get().Delete(*PackageFile());
+		ForgetPackage(PackageName);
 	}
 
 	UWidgetBlueprint* MakeBlueprint()
@@ -233,13 +216,12 @@ namespace
 		Compile(Blueprint);
 		for (auto _ : State)
 		{
-			if (!UPackage::Save(Blueprint->GetPackage(), Blueprint, *PackageFile(), FSavePackageArgs()).IsSuccessful())
+			if (!SaveAssetPackage(State, Blueprint))
 			{
-				State.SkipWithError(TCHAR_TO_UTF8(*UE::Headless::GetLastPackageError()));
 				return;
 			}
 		}
-		State.counters["bytes"] = double(IFileManager::Get().FileSize(*PackageFile()));
+		State.counters["bytes"] = double(IFileManager::Get().FileSize(*PackageFile(PackageName)));
 	}
 	BENCHMARK(BM_SaveWidgetBlueprint)->Unit(benchmark::kMillisecond);
 
@@ -253,30 +235,17 @@ namespace
 		UWidgetBlueprint* Blueprint = MakeBlueprint();
 		FillTree(*Blueprint);
 		Compile(Blueprint);
-		if (!UPackage::Save(Blueprint->GetPackage(), Blueprint, *PackageFile(), FSavePackageArgs()).IsSuccessful())
+		if (!SaveAssetPackage(State, Blueprint))
 		{
-			State.SkipWithError(TCHAR_TO_UTF8(*UE::Headless::GetLastPackageError()));
 			return;
 		}
-		int32 Widgets = 0;
-		for (auto _ : State)
-		{
-			State.PauseTiming();
-			if (UPackage* Loaded = FindObject<UPackage>(nullptr, PackageName))
-			{
-				Unload(Loaded);
-			}
-			State.ResumeTiming();
-			UPackage* Package = LoadPackage(nullptr, PackageName, LOAD_None);
-			if (!Package)
-			{
-				State.SkipWithError(TCHAR_TO_UTF8(*UE::Headless::GetLastPackageError()));
-				return;
-			}
-			State.PauseTiming();
+		const int32 Widgets = TimePackageLoads(State, PackageName, [](UPackage* Package) {
 			const UWidgetBlueprint* Loaded = FindObject<UWidgetBlueprint>(Package, AssetName);
-			Widgets = Loaded ? Loaded->GetAllSourceWidgets().Num() : 0;
-			State.ResumeTiming();
+			return Loaded ? Loaded->GetAllSourceWidgets().Num() : 0;
+		});
+		if (Widgets < 0)
+		{
+			return;
 		}
 		if (Widgets != NumWidgets)
 		{
