@@ -2,11 +2,10 @@
 // makes it: every Blueprint is loaded, compiled and saved. The figure is the time per Blueprint
 // ("ms_per_blueprint", and "cpu_ms_per_blueprint", steadier on a shared machine); the target is under 20 ms.
 
-#include "CalvornToolkitModule.h"
+#include "../Common/BenchmarkTools.h"
 #include "CompileBenchmarkBlueprints.h"
 #include "Dom/JsonObject.h"
 #include "HAL/PlatformMisc.h"
-#include "IToolExecutor.h"
 #include "Misc/PackageName.h"
 #include "ToolCommand.h"
 #include "ToolResult.h"
@@ -50,21 +49,15 @@ namespace
 
 	void BM_CompileToolCall(benchmark::State& State)
 	{
-		FBenchProject& Project = FBenchProject::Get();
-		if (!Project.IsOpen())
+		TSharedPtr<Calvorn::IToolExecutor> Executor = UE::Benchmarks::StartTools(State);
+		if (!Executor.IsValid())
 		{
-			State.SkipWithError(TCHAR_TO_UTF8(*Project.GetError()));
 			return;
 		}
-		for (const TCHAR* Module : {TEXT("CalvornToolkit"), TEXT("CalvornToolkit_Blueprint")})
-		{
-			FModuleManager::Get().LoadModule(FName(Module));
-		}
-		TSharedPtr<Calvorn::IToolExecutor> Executor = FCalvornToolkitModule::GetToolExecutor();
 		const TArray<FString>& Paths = SavedBlueprintPaths();
-		if (!Executor.IsValid() || Paths.Num() != NumBlueprints)
+		if (Paths.Num() != NumBlueprints)
 		{
-			State.SkipWithError("cannot start the tools or save the Blueprints");
+			State.SkipWithError("cannot save the Blueprints");
 			return;
 		}
 		FString Request = TEXT("{\"blueprint_paths\":[");

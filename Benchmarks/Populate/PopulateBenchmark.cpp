@@ -4,16 +4,14 @@
 // "fuzzy_node_ms" (mean spawn time of the 30 nodes found through the menu), "save_ms" (saving the populated
 // Blueprint once more, which is what the call's save costs). Target: the whole call under 50 ms.
 
-#include "../Common/BenchmarkProject.h"
+#include "../Common/BenchmarkTools.h"
 
 #include "AssetOperationBase.h"
 #include "BlueprintUtils.h"
 #include "Engine/Blueprint.h"
-#include "CalvornToolkitModule.h"
 #include "Dom/JsonObject.h"
 #include "Dom/JsonValue.h"
 #include "HAL/PlatformMisc.h"
-#include "IToolExecutor.h"
 #include "ToolCommand.h"
 #include "ToolResult.h"
 
@@ -23,8 +21,6 @@
 
 namespace
 {
-	using UE::Benchmarks::FBenchProject;
-
 	constexpr int32 NumChains = 10;
 
 	FString Node(const FString& Guid, const FString& Body)
@@ -115,20 +111,9 @@ namespace
 
 	void BM_PopulateHundredNodes(benchmark::State& State)
 	{
-		FBenchProject& Project = FBenchProject::Get();
-		if (!Project.IsOpen())
-		{
-			State.SkipWithError(TCHAR_TO_UTF8(*Project.GetError()));
-			return;
-		}
-		for (const TCHAR* Module : {TEXT("CalvornToolkit"), TEXT("CalvornToolkit_Blueprint")})
-		{
-			FModuleManager::Get().LoadModule(FName(Module));
-		}
-		TSharedPtr<Calvorn::IToolExecutor> Executor = FCalvornToolkitModule::GetToolExecutor();
+		TSharedPtr<Calvorn::IToolExecutor> Executor = UE::Benchmarks::StartTools(State);
 		if (!Executor.IsValid())
 		{
-			State.SkipWithError("cannot start the tools");
 			return;
 		}
 		FPlatformMisc::SeedGuidGenerator(7);
