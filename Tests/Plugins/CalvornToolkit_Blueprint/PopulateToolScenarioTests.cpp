@@ -480,3 +480,43 @@ TEST_F(PopulateTool, AFunctionGraphTakesLocalVariablesAndIsReadBackAsAFunction)
 	EXPECT_TRUE(AnyContains(OnEventGraph.GetWarningMessages(), TEXT("Local variables are only supported in function graphs")));
 	EXPECT_EQ(OnEventGraph.GetDatas()->GetStringField(TEXT("nodes_created")), TEXT("1"));
 }
+
+TEST_F(PopulateTool, NodeEntriesThatAreNotAdditionsCountAsNotCreated)
+{
+	const FToolResult Result = Populate(TEXT(R"("graph_name": "EventGraph", "nodes": [
+		{"node_guid": "Kept", "menu_title": "Branch"},
+		{"node_guid": "Edited", "action": "modify", "menu_title": "Branch"},
+		{"node_guid": "Dropped", "action": "REMOVE", "menu_title": "Branch"},
+		{"node_guid": "Created", "action": "create", "menu_title": "Branch"},
+		"not an object"
+	])"));
+	ASSERT_TRUE(Result.WasSuccessful()) << Describe(Result);
+	// "create" is no word for a node, so it keeps the default: an addition. The string is no node at all.
+	EXPECT_EQ(Result.GetSuccessMessages().Last(), TEXT("Created 2/4 nodes and 0/0 connections in graph 'EventGraph' (2 node(s) failed, 0 connection(s) failed)"));
+	EXPECT_NE(CreatedNode(Result, TEXT("Kept")), nullptr);
+	EXPECT_NE(CreatedNode(Result, TEXT("Created")), nullptr);
+	EXPECT_EQ(CreatedNode(Result, TEXT("Edited")), nullptr);
+	EXPECT_EQ(Telemetry(Result)->GetObjectField(TEXT("session_summary"))->GetNumberField(TEXT("nodes_failed")), 0)
+		<< "entries that were never spawned did not fail to spawn";
+}
+
+TEST_F(PopulateTool, TheEventRouteMakesANamedEventGraphAndReadsBackFloatingNodes)
+{
+	const FToolResult Result = Populate(TEXT(R"("graph_name": "Combat", "graph_type": "Event", "nodes": [
+		{"node_guid": "Lonely", "menu_title": "Branch"}
+	])"));
+	ASSERT_FALSE(Result.HasFailed()) << Describe(Result);
+	const UEdGraph* Combat = nullptr;
+	for (const UEdGraph* Page : Blueprint->UbergraphPages)
+	{
+		Combat = Page->GetName() == TEXT("Combat") ? Page : Combat;
+	}
+	ASSERT_NE(Combat, nullptr) << "the event route makes the event graph it is asked for";
+	EXPECT_EQ(Combat->Nodes.Last()->GetClass()->GetName(), TEXT("K2Node_IfThenElse"));
+	// No event reaches the branch: it is read back by its own title, and not listed among attached nodes.
+	ASSERT_EQ(Result.GetReadBacks().Num(), 1);
+	EXPECT_EQ(Result.GetReadBacks()[0].ToolName, Calvorn::ToolInfo::ToolName_ReadBlueprintEvent);
+	const TSharedPtr<FJsonObject> Attached = DataDocument(Result, TEXT("nodes_attached_to_events"));
+	ASSERT_TRUE(Attached.IsValid());
+	EXPECT_EQ(Attached->GetArrayField(TEXT("nodes")).Num(), 0);
+}
