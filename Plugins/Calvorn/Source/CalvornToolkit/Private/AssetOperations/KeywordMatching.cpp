@@ -122,6 +122,7 @@ namespace
 			{
 				if (!Keyword.IsEmpty() && IndexOfByKey(Keyword) == INDEX_NONE)
 				{
+					Signature |= SignatureBit(Keyword);
 					if (Keywords.Num() > InlineCount)
 					{
 						Overflow.Add(&Keyword);
@@ -144,6 +145,11 @@ namespace
 
 		int32 IndexOfByKey(const FString& Keyword) const
 		{
+			// Most words of a request are in none of a menu entry's words; their length and first letter tell so at once.
+			if (Keyword.IsEmpty() || !(Signature & SignatureBit(Keyword)))
+			{
+				return INDEX_NONE;
+			}
 			for (int32 Index = 0; Index < Count; ++Index)
 			{
 				const FString& Held = (*this)[Index];
@@ -157,6 +163,15 @@ namespace
 
 	private:
 		const FString* const* Items() const { return Overflow.Num() > 0 ? Overflow.GetData() : Inline; }
+
+		/** One of 64 bits for a word's length and first letter without case: equal words always share it. */
+		static uint64 SignatureBit(const FString& Word)
+		{
+			const uint32 Hash = static_cast<uint32>(Word.Len()) * 31u + static_cast<uint32>(FChar::ToLower(Word[0]));
+			return uint64(1) << (Hash % 64u);
+		}
+
+		uint64 Signature = 0;
 
 		static constexpr int32 InlineCount = 48;
 		const FString* Inline[InlineCount] = {};
