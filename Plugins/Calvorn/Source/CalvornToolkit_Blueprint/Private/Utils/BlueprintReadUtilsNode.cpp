@@ -145,9 +145,19 @@ TSharedPtr<FJsonObject> FBlueprintReadUtils::ReadNodeInfo(const UEdGraphNode* No
 		NodeObject->SetStringField(TEXT("comment"), Node->NodeComment);
 	}
 
-	TSharedPtr<FJsonObject> Properties = MakeShared<FJsonObject>();
-	WriteKindProperties(*Properties, Node, MenuTitle, Options, Depth, VisitedGraphs);
-	NodeObject->SetObjectField(PropertiesKey, Properties);
+	const auto MakeProperties = [&]()
+	{
+		TSharedPtr<FJsonObject> Properties = MakeShared<FJsonObject>();
+		WriteKindProperties(*Properties, Node, MenuTitle, Options, Depth, VisitedGraphs);
+		return Properties;
+	};
+	if (const UK2Node_CallFunction* CallFunction = Cast<UK2Node_CallFunction>(Node))
+	{
+		// What a call's properties print depends on nothing else, so calls alike may share them.
+		NodeObject->SetField(PropertiesKey, DocumentValues::CallProperties(CallFunction->GetFunctionName(), CallFunction->FunctionReference.GetMemberParentClass(), CallFunction->IsNodePure(), MakeProperties));
+		return NodeObject;
+	}
+	NodeObject->SetObjectField(PropertiesKey, MakeProperties());
 	return NodeObject;
 }
 

@@ -3,10 +3,12 @@
 #include "CoreMinimal.h"
 #include "Dom/JsonObject.h"
 #include "Dom/JsonValue.h"
+#include "Templates/Function.h"
 
 class UEdGraph;
 class UEdGraphNode;
 class UEdGraphPin;
+class UClass;
 
 namespace Calvorn
 {
@@ -82,6 +84,12 @@ namespace UE::CalvornBlueprint::ReadPrivate
 
 		/** A text with no reuse to expect; the empty text is shared. */
 		TSharedPtr<FJsonValue> String(const FString& Text);
+
+		/**
+		 * The "properties" of a call node, as Make writes them. Inside an FDocumentScope, calls that print the same
+		 * function name, class name and purity share one entry: a graph calls a few functions many times over.
+		 */
+		TSharedPtr<FJsonValue> CallProperties(FName FunctionName, const UClass* FunctionClass, bool bPure, TFunctionRef<TSharedPtr<FJsonObject>()> Make);
 
 		/**
 		 * The pin as its "pins" entry. Inside an FDocumentScope, a pin without links shares its entry with every

@@ -72,6 +72,24 @@ namespace UE::CalvornBlueprint::ReadPrivate
 		}
 	};
 
+	/** What a call node's "properties" print: the function's name, its class's name (or none) and purity. */
+	struct FCallPropertiesKey
+	{
+		uint64 FunctionName = 0;
+		uint64 ClassName = 0;
+		bool bPure = false;
+
+		bool operator==(const FCallPropertiesKey& Other) const
+		{
+			return FunctionName == Other.FunctionName && ClassName == Other.ClassName && bPure == Other.bPure;
+		}
+
+		friend uint32 GetTypeHash(const FCallPropertiesKey& Key)
+		{
+			return HashCombineFast(HashCombineFast(GetTypeHash(Key.FunctionName), GetTypeHash(Key.ClassName)), Key.bPure ? 1u : 0u);
+		}
+	};
+
 	/** What a node lends to every link that names it. */
 	struct FNodeNaming
 	{
@@ -91,6 +109,7 @@ namespace UE::CalvornBlueprint::ReadPrivate
 		/** A link's entry, by the pin it names. */
 		TMap<const UEdGraphPin*, TSharedPtr<FJsonValue>> Connections;
 		TMap<FLoosePinKey, TSharedPtr<FJsonValue>> LoosePins;
+		TMap<FCallPropertiesKey, TSharedPtr<FJsonValue>> CallProperties;
 		TSharedPtr<FJsonValue> Input;
 		TSharedPtr<FJsonValue> Output;
 		TSharedPtr<FJsonValue> Empty;
@@ -109,6 +128,12 @@ namespace UE::CalvornBlueprint::ReadPrivate
 		const FString NodeTitleKey(TEXT("node_title"));
 		const FString NodeGuidKey(TEXT("node_guid"));
 		const FString PinNameKey(TEXT("pin_name"));
+
+		/** The display index and number of a name, which fix its spelling. */
+		uint64 SpellingOf(FName Name)
+		{
+			return (static_cast<uint64>(Name.GetDisplayIndex()) << 32) | static_cast<uint32>(Name.GetNumber());
+		}
 
 		TSharedPtr<FJsonValue> MakeStringValue(FString&& Text)
 		{
@@ -200,7 +225,7 @@ namespace UE::CalvornBlueprint::ReadPrivate
 		{
 			return MakeStringValue(Name.ToString());
 		}
-		const uint64 Key = (static_cast<uint64>(Name.GetDisplayIndex()) << 32) | static_cast<uint32>(Name.GetNumber());
+		const uint64 Key = SpellingOf(Name);
 		if (const TSharedPtr<FJsonValue>* Known = Cache->Names.Find(Key))
 		{
 			return *Known;
@@ -266,6 +291,24 @@ namespace UE::CalvornBlueprint::ReadPrivate
 			return Cache->Empty;
 		}
 		return MakeValue(Text);
+	}
+
+	TSharedPtr<FJsonValue> DocumentValues::CallProperties(FName FunctionName, const UClass* FunctionClass, bool bPure, TFunctionRef<TSharedPtr<FJsonObject>()> Make)
+	{
+		FDocumentCache* Cache = ActiveDocumentCache;
+		if (!Cache)
+		{
+			return MakeValue(Make());
+		}
+		FCallPropertiesKey Key;
+		Key.FunctionName = SpellingOf(FunctionName);
+		Key.ClassName = FunctionClass ? SpellingOf(FunctionClass->GetFName()) : ~0ull;
+		Key.bPure = bPure;
+		if (const TSharedPtr<FJsonValue>* Known = Cache->CallProperties.Find(Key))
+		{
+			return *Known;
+		}
+		return Cache->CallProperties.Add(Key, MakeValue(Make()));
 	}
 
 	TSharedPtr<FJsonValue> DocumentValues::Pin(const UEdGraphPin& Pin)
