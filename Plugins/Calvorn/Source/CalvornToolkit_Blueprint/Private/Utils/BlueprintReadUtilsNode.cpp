@@ -131,10 +131,10 @@ TSharedPtr<FJsonObject> FBlueprintReadUtils::ReadNodeInfo(const UEdGraphNode* No
 	// No key carries the target class: the full title already holds "Target is ..." for a client that wants it.
 	const TSharedPtr<FJsonValue> MenuTitle = DocumentValues::MenuTitle(Node);
 	NodeObject->SetField(MenuTitleKey, MenuTitle);
-	NodeObject->SetStringField(FullTitleKey, GetNodeTitleString(Node, ENodeTitleType::FullTitle));
+	NodeObject->SetField(FullTitleKey, DocumentValues::Text(GetNodeTitleString(Node, ENodeTitleType::FullTitle)));
 	if (const UK2Node* K2Node = Cast<UK2Node>(Node))
 	{
-		NodeObject->SetStringField(MenuCategoryKey, K2Node->GetMenuCategory().ToString());
+		NodeObject->SetField(MenuCategoryKey, DocumentValues::Text(FString(K2Node->GetMenuCategory().ToString())));
 	}
 	NodeObject->SetField(ClassNameKey, DocumentValues::Name(Node->GetClass()->GetFName()));
 	NodeObject->SetField(NodeGuidKey, DocumentValues::ShortGuid(Node));

@@ -82,6 +82,9 @@ namespace UE::CalvornBlueprint::ReadPrivate
 		/** The node's seven-character guid. */
 		TSharedPtr<FJsonValue> ShortGuid(const UEdGraphNode* Node);
 
+		/** A text that nodes of one kind repeat, such as a title or a category; equal texts share a value. */
+		TSharedPtr<FJsonValue> Text(FString&& Text);
+
 		/** A text with no reuse to expect; the empty text is shared. */
 		TSharedPtr<FJsonValue> String(const FString& Text);
 

@@ -90,6 +90,22 @@ namespace UE::CalvornBlueprint::ReadPrivate
 		}
 	};
 
+	/** A text compared to the letter, as a client reads it; the hash ignores case, which equal texts agree on. */
+	struct FExactText
+	{
+		FString Text;
+
+		bool operator==(const FExactText& Other) const
+		{
+			return Text.Equals(Other.Text, ESearchCase::CaseSensitive);
+		}
+
+		friend uint32 GetTypeHash(const FExactText& Key)
+		{
+			return GetTypeHash(Key.Text);
+		}
+	};
+
 	/** What a node lends to every link that names it. */
 	struct FNodeNaming
 	{
@@ -110,6 +126,8 @@ namespace UE::CalvornBlueprint::ReadPrivate
 		TMap<const UEdGraphPin*, TSharedPtr<FJsonValue>> Connections;
 		TMap<FLoosePinKey, TSharedPtr<FJsonValue>> LoosePins;
 		TMap<FCallPropertiesKey, TSharedPtr<FJsonValue>> CallProperties;
+		/** Titles and categories, which nodes of one kind repeat. */
+		TMap<FExactText, TSharedPtr<FJsonValue>> Texts;
 		TSharedPtr<FJsonValue> Input;
 		TSharedPtr<FJsonValue> Output;
 		TSharedPtr<FJsonValue> Empty;
@@ -259,7 +277,7 @@ namespace UE::CalvornBlueprint::ReadPrivate
 		FNodeNaming& Naming = FindOrAddNaming(*Cache, Node);
 		if (!Naming.MenuTitleValue)
 		{
-			Naming.MenuTitleValue = MakeValue(Naming.MenuTitle);
+			Naming.MenuTitleValue = Text(FString(Naming.MenuTitle));
 		}
 		return Naming.MenuTitleValue;
 	}
@@ -277,6 +295,23 @@ namespace UE::CalvornBlueprint::ReadPrivate
 			Naming.ShortGuidValue = MakeStringValue(FBlueprintReadUtils::GetShortGuid(Node->NodeGuid));
 		}
 		return Naming.ShortGuidValue;
+	}
+
+	TSharedPtr<FJsonValue> DocumentValues::Text(FString&& Text)
+	{
+		FDocumentCache* Cache = ActiveDocumentCache;
+		if (!Cache)
+		{
+			return MakeStringValue(MoveTemp(Text));
+		}
+		FExactText Key{MoveTemp(Text)};
+		if (const TSharedPtr<FJsonValue>* Known = Cache->Texts.Find(Key))
+		{
+			return *Known;
+		}
+		TSharedPtr<FJsonValue> Value = MakeValue(Key.Text);
+		Cache->Texts.Add(MoveTemp(Key), Value);
+		return Value;
 	}
 
 	TSharedPtr<FJsonValue> DocumentValues::String(const FString& Text)
